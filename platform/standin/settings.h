@@ -1,0 +1,47 @@
+// settings.h - what standin.h sets: the whole state of the stand-in, so that one assignment restores the defaults.
+#ifndef PLATFORM_STANDIN_SETTINGS_H
+#define PLATFORM_STANDIN_SETTINGS_H
+
+#include "platform/standin.h"
+
+#include <cstdint>
+
+namespace standin {
+
+// An entry of the port list that goes to the caller.
+struct LagPort {
+    uint8_t bSlot;
+    uint8_t bPort;
+    uint8_t bSpare;
+};
+
+// The bytes of a struct SwctPortList.
+struct LagPortList {
+    uint8_t bCount;
+    LagPort asPort[STANDIN__LAG_MEMBERS_MAX];
+};
+static_assert(sizeof(LagPortList) == 46);
+
+struct Lag {
+    uint32_t boExists;
+    LagPortList sPorts;
+};
+
+struct Settings {
+    char aShmPrefix[STANDIN__SHM_PATH_SIZE] = {};
+    bool boShmPrefixIsSet = false; // else the environment says it
+    uint32_t dwShmFailure = STANDIN__SHM_NO_FAILURE;
+    uint32_t boErrorTracing = 1; // its address is the error-trace handle of all modules
+    uint8_t bFirstSlot = 1;
+    uint8_t bLastSlot = 2;
+    uint32_t adwExpectedMode[256] = {0, 31, 31};
+    Lag asLag[STANDIN__LAG_MAX] = {};
+    bool boTimeIsSet = false;
+    uint32_t dwTime = 0;
+};
+
+extern Settings sSettings;
+
+} // namespace standin
+
+#endif

@@ -1,0 +1,37 @@
+// slot.cpp - the slots of the node and the modes of their modules.
+#include "platform/slot.h"
+#include "platform/modd.h"
+#include "settings.h"
+
+using standin::sSettings;
+
+uint8_t Slot__GetFirstSlot(uint32_t /*dwKind*/, uint32_t /*dwArg*/)
+{
+    return sSettings.bFirstSlot;
+}
+
+uint8_t Slot__GetLastSlot(uint32_t /*dwKind*/, uint32_t /*dwArg*/)
+{
+    return sSettings.bLastSlot;
+}
+
+uint32_t Slot__GetExpectedMode(uint8_t bSlot)
+{
+    return sSettings.adwExpectedMode[bSlot];
+}
+
+uint32_t Modd__ModeHasDataPorts(uint32_t dwMode)
+{
+    return dwMode == 31 || dwMode == 32 ? 1 : 0;
+}
+
+void Standin__SetSlotRange(uint8_t bFirst, uint8_t bLast)
+{
+    sSettings.bFirstSlot = bFirst;
+    sSettings.bLastSlot = bLast;
+}
+
+void Standin__SetExpectedMode(uint8_t bSlot, uint32_t dwMode)
+{
+    sSettings.adwExpectedMode[bSlot] = dwMode;
+}
