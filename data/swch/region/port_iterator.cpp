@@ -1,0 +1,3 @@
+#include "port_iterator.h"
+
+SwctPortMoid sSwitchPortMoid;

@@ -1,0 +1,30 @@
+// port_iterator.h - the buffer that the port-keyed iterators share: switch ports and the objects that are switch ports
+// seen under another class.
+#pragma once
+
+#include "port_walk.h"
+
+// Hidden; written by NextSwitchPort only.
+extern SwctPortMoid sSwitchPortMoid;
+
+// The next port for which 'qualifies(slot, port)' is true, in '*pBuffer' under the previous Moid's class id; or null.
+template <class Qualifies>
+SwctPortMoid* NextPort(SwctPortMoid* pBuffer, const SwctPortMoid* pMoidPrevious, Qualifies qualifies) noexcept
+{
+    if (pMoidPrevious == nullptr) {
+        return nullptr;
+    }
+    const uint16_t wClassId = pMoidPrevious->wClassId;
+    PortPosition sPosition = BehindPort(pMoidPrevious->bSlot, pMoidPrevious->bPort);
+    if (!FindPort(sPosition, qualifies)) {
+        return nullptr;
+    }
+    *pBuffer = {wClassId, sPosition.Slot(), sPosition.Port()};
+    return pBuffer;
+}
+
+template <class Qualifies>
+SwctPortMoid* NextSwitchPort(const SwctPortMoid* pMoidPrevious, Qualifies qualifies) noexcept
+{
+    return NextPort(&sSwitchPortMoid, pMoidPrevious, qualifies);
+}

@@ -1,0 +1,4 @@
+#include "views.h"
+
+SwctData* pSwctWrite = nullptr;
+const SwctData* pSwctRead = nullptr;
