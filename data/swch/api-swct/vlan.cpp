@@ -1,0 +1,104 @@
+#include "swct/vlan.h"
+
+#include "region/bitmap.h"
+#include "region/filter.h"
+#include "region/memory.h"
+#include "region/views.h"
+#include "swct/mac.h"
+
+const SwctVlanEntry* Swct_GetVlanEntryRPtr(uint16_t wVlanId) noexcept
+{
+    return VlanEntry(pSwctRead, wVlanId);
+}
+
+SwctVlanEntry* Swct_GetVlanEntryWPtr(uint16_t wVlanId) noexcept
+{
+    return VlanEntry(pSwctWrite, wVlanId);
+}
+
+const SwctVlan* Swct_GetVlanInfo(uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = VlanEntry(pSwctRead, wVlanId);
+    return pEntry != nullptr ? &pEntry->sVlanData : nullptr;
+}
+
+SwctVlan* Swct_GetVlanWPtr(uint16_t wVlanId) noexcept
+{
+    SwctVlanEntry* pEntry = VlanEntry(pSwctWrite, wVlanId);
+    return pEntry != nullptr ? &pEntry->sVlanData : nullptr;
+}
+
+uint32_t Swct_DoesVlanExist(uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = VlanEntry(pSwctRead, wVlanId);
+    return pEntry != nullptr ? pEntry->boExists : 0U;
+}
+
+uint32_t Swct_DoesVlanIfExist(uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, wVlanId);
+    return pEntry != nullptr ? pEntry->sVlanData.dwVlanIf & 0xFFU : 0;
+}
+
+uint32_t Swct_DoesVlanHaveQinQPortsOrPeps(uint16_t wVlanId) noexcept
+{
+    return Swct_GetVlanNbrOfQinQOrPep(wVlanId) != 0 ? 1 : 0;
+}
+
+uint32_t Swct_GetVlanNbrOfQinQOrPep(uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, wVlanId);
+    return pEntry != nullptr ? pEntry->dwNbrOfQinQOrPep : 0;
+}
+
+uint16_t Swct_GetNbrOfPopulatedVlans() noexcept
+{
+    return pSwctRead != nullptr ? pSwctRead->wNbrOfPopulatedVlans : uint16_t{0};
+}
+
+void Swct_GetConfiguredVlans(uint8_t* pBitmap) noexcept
+{
+    if (pBitmap == nullptr) {
+        return;
+    }
+    ClearBitmap(pBitmap);
+    const SwctData* pData = pSwctRead;
+    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
+        if (pData->sVlan[wVlanId - 1].boExists != 0) {
+            SetBit(pBitmap, wVlanId);
+        }
+    }
+}
+
+SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
+{
+    static SwctVlanMoid sNext;
+    if (pMoidPrevious == nullptr) {
+        return nullptr;
+    }
+    // VLAN 4095 may exist, but walks end before it.
+    for (unsigned candidate = pMoidPrevious->wVlanId + 1U; candidate < SWCT_VLAN_MAX; ++candidate) {
+        const auto wVlanId = static_cast<uint16_t>(candidate);
+        if (ExistingVlan(pSwctRead, wVlanId) != nullptr) {
+            sNext = {SWCT_CLASS_VLAN, wVlanId};
+            return &sNext;
+        }
+    }
+    return nullptr;
+}
+
+uint32_t Swct_DoesVlanMoidPassFilter(const SwctVlanMoid* pMoid, const SwctVlanMoid* pFilter) noexcept
+{
+    return pMoid != nullptr && pFilter != nullptr ? PassesFilter(FilterKey{pMoid->wVlanId, pFilter->wVlanId}) : 0;
+}
+
+void Swct_ReadVlan(SwctVlanMoid sMoid, SwctVlan* pVlan) noexcept
+{
+    const SwctVlanEntry* pEntry = VlanEntry(pSwctRead, sMoid.wVlanId);
+    if (pEntry == nullptr || pVlan == nullptr) {
+        return;
+    }
+    CopyRecord(pVlan, &pEntry->sVlanData);
+    pVlan->dwStatus = 2;
+    Swct_GetL3MacAddress(&pVlan->sMacAddress);
+}
