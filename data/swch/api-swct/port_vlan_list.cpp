@@ -1,0 +1,78 @@
+#include "swct/port_vlan_list.h"
+
+#include "region/bitmap.h"
+#include "region/membership.h"
+#include "region/memory.h"
+#include "region/trace.h"
+#include "swct/pb_data.h"
+
+namespace {
+
+// The S-VIDs of a customer edge port's registrations, in one pass over them; out-of-range S-VIDs have no bit.
+void CollectSvids(const SwctCepData& sCep, uint8_t* pBitmap) noexcept
+{
+    for (const SwctCVidRegistration& sRecord : sCep.aCVidRegistration) {
+        const uint16_t wSvid = ReadOnce<uint16_t>(sRecord.wSvid);
+        if (IsVlanId(wSvid)) {
+            SetBit(pBitmap, wSvid);
+        }
+    }
+}
+
+} // namespace
+
+void Swct_GetPortVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
+{
+    if (pBitmap == nullptr) {
+        return;
+    }
+    ClearBitmap(pBitmap);
+    VisitVlansOfPort(pSwctRead, bSlot, bPort, [pBitmap](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
+        SetBit(pBitmap, wVlanId);
+        return false;
+    });
+}
+
+void Swct_GetPortVlanBitMap(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
+{
+    SWCT_DEBUG_EHSL(4, "PTP__GetPortVlanBitMapbSlot(%d),bPort(%d).", bSlot, bPort);
+    const SwctPbData* pPbData = Swct_IsCep(bSlot, bPort) != 0 ? PbData(pSwctRead, bSlot, bPort) : nullptr;
+    if (pPbData == nullptr || pBitmap == nullptr) {
+        SWCT_DEBUG_EHSL(4, "pnp or cnp port");
+        Swct_GetPortVlanList(bSlot, bPort, pBitmap);
+        return;
+    }
+    // Collected apart, because the trace lines come in ascending order and only for bits that are set here.
+    uint8_t abSvids[SWCT_VLAN_BITMAP_SIZE] = {};
+    CollectSvids(pPbData->sCep, abSvids);
+    for (uint16_t wSvid = 1; wSvid <= SWCT_VLAN_MAX; ++wSvid) {
+        if (IsBitSet(abSvids, wSvid)) {
+            SWCT_DEBUG_EHSL(4, "set cep port bitmap,vlanId(%d),slot(%d),port(%d)", wSvid, bSlot, bPort);
+            SetBit(pBitmap, wSvid);
+        }
+    }
+}
+
+void Swct_PrintPortVlanList(const SwctPortList* pPortList) noexcept
+{
+    if (pPortList == nullptr || DBG_EHSL < 4) {
+        return;
+    }
+    const unsigned count = ReadOnce(pPortList->bNbrOfPorts);
+    SWCT_DEBUG_EHSL(4, "Num of Entry in portList(%d).", count);
+    for (unsigned i = 0; i < count && i < sizeof pPortList->asPort / sizeof pPortList->asPort[0]; ++i) {
+        SWCT_DEBUG_EHSL(4, "slot(%u),port(%u).", pPortList->asPort[i].bSlot, pPortList->asPort[i].bPort);
+    }
+}
+
+uint16_t Swct_GetL3VlanNum() noexcept
+{
+    uint16_t wCount = 0;
+    const SwctData* pData = pSwctRead;
+    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
+        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1];
+        wCount = static_cast<uint16_t>(wCount + (sEntry.boExists != 0 && sEntry.sVlanData.dwVlanIf == 1 ? 1 : 0));
+    }
+    SWCT_DEBUG(4, "number of vlan is %d", wCount);
+    return wCount;
+}

@@ -1,0 +1,230 @@
+#include "swct/vlan_port.h"
+
+#include "region/filter.h"
+#include "region/membership.h"
+#include "region/memory.h"
+#include "region/port_walk.h"
+#include "region/trace.h"
+
+namespace {
+
+// Whether a port of one slot of an entry is a member.
+bool HasMemberInSlot(const SwctVlanEntry& sEntry, uint8_t bSlot) noexcept
+{
+    for (uint8_t bPort = 1; bPort <= SWCT_PORT_MAX; ++bPort) {
+        if (sEntry.adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE) {
+            return true;
+        }
+    }
+    return false;
+}
+
+constexpr bool IsSlot(uint8_t bSlot) noexcept
+{
+    return bSlot >= 1 && bSlot <= SWCT_SLOT_MAX;
+}
+
+// The first member of a VLAN at or behind a position; false when there is none.
+bool FindMember(const SwctVlanEntry& sEntry, PortPosition& sPosition) noexcept
+{
+    sPosition.slot = std::max(sPosition.slot, 1U);
+    sPosition.port = std::max(sPosition.port, 1U);
+    for (; sPosition.slot <= SWCT_SLOT_MAX; sPosition = {sPosition.slot + 1, 1}) {
+        for (; sPosition.port <= SWCT_PORT_MAX; ++sPosition.port) {
+            if (sEntry.adwMembership[sPosition.slot - 1][sPosition.port - 1] != SWCT_MEMBERSHIP_NONE) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+} // namespace
+
+const SwctMembership* Swct_GetVlanPortRPtr(uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return Membership(pSwctRead, wVlanId, bSlot, bPort);
+}
+
+SwctMembership* Swct_GetVlanPortWPtr(uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return Membership(pSwctWrite, wVlanId, bSlot, bPort);
+}
+
+void Swct_GetVlanPortAttributes(SwctVlanPortMoid sMoid, SwctVlanPortAttributes* pVlanPortAttributes) noexcept
+{
+    const SwctMembership* pMembership = Membership(AnyView(), sMoid.wVlanId, sMoid.bSlot, sMoid.bPort);
+    if (pMembership != nullptr && pVlanPortAttributes != nullptr) {
+        pVlanPortAttributes->dwMembership = *pMembership;
+        pVlanPortAttributes->dwStatus = 1;
+    }
+}
+
+uint32_t Swct_IsPortMemberOfVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = IsPort(bSlot, bPort) ? ExistingVlan(pSwctRead, wVlanId) : nullptr;
+    return pEntry != nullptr && pEntry->adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE ? 1 : 0;
+}
+
+uint32_t Swct_IsVlanPortTagged(SwctVlanPortMoid sMoid) noexcept
+{
+    const SwctMembership* pMembership = Membership(pSwctRead, sMoid.wVlanId, sMoid.bSlot, sMoid.bPort);
+    return pMembership != nullptr && *pMembership == SWCT_MEMBERSHIP_TAGGED ? 1 : 0;
+}
+
+uint32_t Swct_DoesVlanPortMoidPassFilter(const SwctVlanPortMoid* pMoid, const SwctVlanPortMoid* pFilter) noexcept
+{
+    return pMoid != nullptr && pFilter != nullptr
+               ? PassesFilter(FilterKey{pMoid->wVlanId, pFilter->wVlanId}, FilterKey{pMoid->bSlot, pFilter->bSlot},
+                              FilterKey{pMoid->bPort, pFilter->bPort})
+               : 0;
+}
+
+uint32_t Swct_IsPortMemberOfAnyVlan(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return VisitVlansOfPort(pSwctRead, bSlot, bPort, [](const SwctVlanEntry&, uint16_t, uint32_t) { return true; }) ? 1
+                                                                                                                    : 0;
+}
+
+uint32_t Swct_IsPortMemberOfJustOneVlan(uint8_t bSlot, uint8_t bPort, uint16_t* pwVlanId) noexcept
+{
+    if (pwVlanId == nullptr) {
+        return 0;
+    }
+    StoreAt(pwVlanId, uint16_t{0});
+    uint16_t wFound = 0;
+    const bool boSecond =
+        VisitVlansOfPort(pSwctRead, bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
+            const bool boHadOne = wFound != 0;
+            wFound = wVlanId;
+            return boHadOne;
+        });
+    if (boSecond || wFound == 0) {
+        return 0;
+    }
+    StoreAt(pwVlanId, wFound);
+    return 1;
+}
+
+uint32_t Swct_IsPortConnectedToAnyQinQPortOrPep(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return VisitVlansOfPort(
+               pSwctRead, bSlot, bPort,
+               [](const SwctVlanEntry& sEntry, uint16_t, uint32_t) { return sEntry.dwNbrOfQinQOrPep != 0; })
+               ? 1
+               : 0;
+}
+
+uint32_t Swct_PortUsedUnTaggedInAnyVlan(uint8_t bSlot, uint8_t bPort, uint16_t* pwVlanId) noexcept
+{
+    uint16_t wFound = SWCT_VID_NONE;
+    const bool boFound =
+        VisitVlansOfPort(AnyView(), bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t dwValue) {
+            if (dwValue == SWCT_MEMBERSHIP_UNTAGGED) {
+                wFound = wVlanId;
+                return true;
+            }
+            return false;
+        });
+    if (pwVlanId != nullptr) {
+        StoreAt(pwVlanId, wFound);
+    }
+    return boFound ? 1 : 0;
+}
+
+void Swct_GetVlansWithPortAsMember(uint8_t bSlot, uint8_t bPort, SwctVlanIdList* pList) noexcept
+{
+    if (pList == nullptr) {
+        return;
+    }
+    uint16_t wCount = 0;
+    VisitVlansOfPort(pSwctRead, bSlot, bPort, [&](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
+        pList->awVlanId[wCount] = wVlanId;
+        ++wCount;
+        return wCount == sizeof pList->awVlanId / sizeof pList->awVlanId[0];
+    });
+    pList->wNbrOfVlanIds = wCount;
+}
+
+uint32_t Swct_DoesVlanHavePorts(SwctVlanMoid sMoid) noexcept
+{
+    const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, sMoid.wVlanId);
+    PortPosition sPosition{1, 1};
+    return pEntry != nullptr && FindMember(*pEntry, sPosition) ? 1 : 0;
+}
+
+uint32_t Swct_IsAllVlanPortsTagged(uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, wVlanId);
+    if (pEntry == nullptr) {
+        return 0;
+    }
+    const bool boUntagged = VisitPorts([pEntry](uint8_t bSlot, uint8_t bPort) {
+        return pEntry->adwMembership[bSlot - 1][bPort - 1] == SWCT_MEMBERSHIP_UNTAGGED;
+    });
+    return boUntagged ? 0 : 1;
+}
+
+void Swct_GetPortMembersOfVlan(uint16_t wVlanId, SwctPortList* pPortList) noexcept
+{
+    if (pPortList == nullptr) {
+        return;
+    }
+    Clear(pPortList);
+    const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, wVlanId);
+    if (pEntry == nullptr) {
+        return;
+    }
+    uint8_t bCount = 0;
+    VisitPorts([&](uint8_t bSlot, uint8_t bPort) {
+        if (pEntry->adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE) {
+            pPortList->asPort[bCount] = {bSlot, bPort, 0};
+            ++bCount;
+        }
+        return false;
+    });
+    pPortList->bNbrOfPorts = bCount;
+}
+
+uint32_t Swct_VlanPortsInSlot(uint8_t bSlot, uint16_t wVlanId) noexcept
+{
+    const SwctVlanEntry* pEntry = IsSlot(bSlot) ? ExistingVlan(pSwctRead, wVlanId) : nullptr;
+    return pEntry != nullptr && HasMemberInSlot(*pEntry, bSlot) ? 1 : 0;
+}
+
+uint32_t Swct_SlotIsUsedForVlan(uint8_t bSlot) noexcept
+{
+    const SwctData* pData = IsSlot(bSlot) ? pSwctRead : nullptr;
+    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
+        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1];
+        if (sEntry.boExists != 0 && HasMemberInSlot(sEntry, bSlot)) {
+            return 1;
+        }
+    }
+    SWCT_DEBUG(7, "Result check VLAN: OK");
+    return 0;
+}
+
+SwctVlanPortMoid* Swct_GetNextVlanPort(const SwctVlanPortMoid* pMoidPrevious) noexcept
+{
+    static SwctVlanPortMoid sNext;
+    if (pMoidPrevious == nullptr || pSwctRead == nullptr) {
+        return nullptr;
+    }
+    // The first candidate port wraps at 255, as the interface has it.
+    PortPosition sPosition{pMoidPrevious->bSlot, static_cast<uint8_t>(pMoidPrevious->bPort + 1)};
+    if (sPosition.slot == 0) {
+        sPosition.slot = FirstSwitchPortSlot();
+    }
+    // VLAN 4095 may exist, but walks end before it.
+    const SwctData* pData = pSwctRead;
+    for (uint16_t wVlanId = std::max<uint16_t>(pMoidPrevious->wVlanId, 1); wVlanId < SWCT_VLAN_MAX; ++wVlanId) {
+        const SwctVlanEntry* pEntry = ExistingVlan(pData, wVlanId);
+        if (pEntry != nullptr && FindMember(*pEntry, sPosition)) {
+            sNext = {SWCT_CLASS_VLAN_PORT, wVlanId, sPosition.Slot(), sPosition.Port()};
+            return &sNext;
+        }
+        sPosition = {FirstSwitchPortSlot(), 1};
+    }
+    return nullptr;
+}
