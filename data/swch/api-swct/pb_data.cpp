@@ -1,0 +1,187 @@
+#include "swct/pb_data.h"
+
+#include <algorithm>
+
+#include "platform/modd.h"
+#include "region/filter.h"
+#include "region/port_iterator.h"
+#include "region/provider_bridge.h"
+#include "region/trace.h"
+#include "swct/cvid_registration.h"
+
+namespace {
+
+// The three port-settings classes differ by their port type alone.
+bool DoPortSettingsExist(uint8_t bSlot, uint8_t bPort, uint32_t dwPbPortType) noexcept
+{
+    return IsProviderBridge(pSwctRead) && PbPortType(pSwctRead, bSlot, bPort) == dwPbPortType;
+}
+
+SwctPortMoid* NextPortSettings(const SwctPortMoid* pMoidPrevious, uint32_t dwPbPortType) noexcept
+{
+    return NextSwitchPort(pMoidPrevious, [dwPbPortType](uint8_t bSlot, uint8_t bPort) {
+        return DoPortSettingsExist(bSlot, bPort, dwPbPortType);
+    });
+}
+
+bool IsRegistration(const SwctCVidRegistration& sRecord) noexcept
+{
+    return sRecord.wCVid != 0;
+}
+
+bool IsTranslation(const SwctVidTranslation& sRecord) noexcept
+{
+    return sRecord.wLocalVid != 0;
+}
+
+bool IsSetting(const SwctVidTranslation& sRecord) noexcept
+{
+    return sRecord.wLocalVid != 0 && sRecord.dwStatus == 3;
+}
+
+template <class Record, std::size_t kSize, class Test>
+bool DoesAny(const Record (&aRecord)[kSize], Test test) noexcept
+{
+    return std::any_of(aRecord, aRecord + kSize, test);
+}
+
+// The CES IP interface sits on port 17 or 23 of slot 1, by the slot's expected mode.
+constexpr uint8_t kCesSlot = 1;
+constexpr uint32_t kCesModePort17 = 31;
+constexpr uint32_t kCesModePort23 = 32;
+
+} // namespace
+
+const SwctPbData* Swct_GetPbDataRPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return PbData(pSwctRead, bSlot, bPort);
+}
+
+SwctPbData* Swct_GetPbDataWPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return PbData(pSwctWrite, bSlot, bPort);
+}
+
+uint32_t Swct_DoesProviderNetworkPortSettingsExist(SwctPortMoid sMoid) noexcept
+{
+    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_PNP) ? 1 : 0;
+}
+
+uint32_t Swct_DoesCustomerNetworkPortSettingsExist(SwctPortMoid sMoid) noexcept
+{
+    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CNP) ? 1 : 0;
+}
+
+uint32_t Swct_DoesCustomerEdgePortSettingsExist(SwctPortMoid sMoid) noexcept
+{
+    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CEP) ? 1 : 0;
+}
+
+SwctPortMoid* Swct_ProviderNetworkPortSettingsMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
+{
+    return NextPortSettings(pMoidPrevious, SWCT_PB_PORT_PNP);
+}
+
+SwctPortMoid* Swct_CustomerNetworkPortSettingsMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
+{
+    return NextPortSettings(pMoidPrevious, SWCT_PB_PORT_CNP);
+}
+
+SwctPortMoid* Swct_CustomerEdgePortSettingsMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
+{
+    return NextPortSettings(pMoidPrevious, SWCT_PB_PORT_CEP);
+}
+
+uint32_t Swct_ProviderNetworkPortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
+{
+    return PassesPortFilter(pMoid, pFilter);
+}
+
+uint32_t Swct_CustomerNetworkPortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
+{
+    return PassesPortFilter(pMoid, pFilter);
+}
+
+uint32_t Swct_CustomerEdgePortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
+{
+    return PassesPortFilter(pMoid, pFilter);
+}
+
+uint32_t Swct_IsCep(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CEP ? 1 : 0;
+}
+
+uint32_t Swct_IsCnp(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CNP ? 1 : 0;
+}
+
+uint32_t Swct_DoesPortHaveProviderBridgeSettings(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    if (const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, bSlot, bPort)) {
+        return DoesAny(pNp->aVidTranslation, IsSetting) ? 1 : 0;
+    }
+    const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
+    if (pCep == nullptr) {
+        return 0;
+    }
+    // A default S-VID of 0, the state of a fresh region, counts too.
+    const SwctSwitchPort& sPort = *SwitchPort(pSwctRead, bSlot, bPort);
+    if (sPort.dwIngressFiltering == SWCT_INGRESS_FILTERING_DEFAULT_CVID &&
+        pCep->sDefaultCVidRegistration.wSvid != SWCT_VID_NONE) {
+        return 1;
+    }
+    return DoesAny(pCep->aCVidRegistration, IsRegistration) ? 1 : 0;
+}
+
+uint32_t Swct_SlotIsUsedForProviderBridge(uint8_t bSlot, uint32_t dwMode) noexcept
+{
+    if (bSlot != 1 && bSlot != 2) {
+        SWCT_DEBUG(4, "Slot %d out of range", bSlot);
+        return 0;
+    }
+    if (Modd__ModeHasDataPorts(dwMode) == 0 || !IsProviderBridge(pSwctRead)) {
+        return 0;
+    }
+    for (uint8_t bPort = 1; bPort <= SWCT_PORT_MAX; ++bPort) {
+        if (Swct_DoesPortHaveProviderBridgeSettings(bSlot, bPort) != 0) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+uint32_t Swct_DoesSwitchPortHaveVidTranslationChildren(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, bSlot, bPort);
+    return pNp != nullptr && DoesAny(pNp->aVidTranslation, IsTranslation) ? 1 : 0;
+}
+
+uint32_t Swct_DoesSwitchPortHaveCVidRegistrationChildren(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
+    return pCep != nullptr && DoesAny(pCep->aCVidRegistration, IsRegistration) ? 1 : 0;
+}
+
+uint32_t Swct_SvidIsUsedByVlanIf(uint16_t wSvid) noexcept
+{
+    const SwctVlanEntry* pEntry = IsPbVid(wSvid) ? ExistingVlan(pSwctRead, wSvid) : nullptr;
+    return pEntry != nullptr && pEntry->sVlanData.dwVlanIf == 1 ? 1 : 0;
+}
+
+uint32_t Swct_SvidIsUsedByCesIpif(uint16_t wSvid) noexcept
+{
+    const uint8_t bPort = Slot__GetExpectedMode(kCesSlot) == kCesModePort17 ? 17 : 23;
+    SwctCVidRegistration sRecord;
+    return IsPbVid(wSvid) && Swct_IsCep(kCesSlot, bPort) != 0
+               ? Swct_GetFirstCVidRegistrationForSVid(kCesSlot, bPort, wSvid, &sRecord)
+               : 0;
+}
+
+uint16_t Swct_GetCesSvidByCvid(uint16_t wCVid) noexcept
+{
+    const uint32_t dwMode = Slot__GetExpectedMode(kCesSlot);
+    const uint8_t bPort = dwMode == kCesModePort23 ? 23 : dwMode == kCesModePort17 ? 17 : 0;
+    return Swct_CVidRegistration_GetSVid({SWCT_CLASS_CVID_REGISTRATION, kCesSlot, bPort, wCVid});
+}

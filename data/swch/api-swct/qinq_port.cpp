@@ -1,0 +1,148 @@
+#include "swct/qinq_port.h"
+
+#include "region/bitmap.h"
+#include "region/memory.h"
+#include "region/port_iterator.h"
+#include "region/views.h"
+#include "swct/switch.h"
+#include "swct/switch_port.h"
+
+namespace {
+
+// The record of a port on which QinQ is enabled, else null.
+const SwctQinQPort* EnabledPort(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctQinQPort* pRecord = QinQPort(pSwctRead, bSlot, bPort);
+    return pRecord != nullptr && pRecord->dwQinQStatus == SWCT_QINQ_ENABLED ? pRecord : nullptr;
+}
+
+// Whether an enabled record of any port satisfies 'test(record)'.
+template <class Test>
+uint32_t DoesAnyEnabledPort(Test test) noexcept
+{
+    return VisitPorts([&test](uint8_t bSlot, uint8_t bPort) {
+        const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
+        return pRecord != nullptr && test(*pRecord);
+    })
+               ? 1
+               : 0;
+}
+
+} // namespace
+
+const SwctQinQPort* Swct_GetQinQPortRPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return QinQPort(pSwctRead, bSlot, bPort);
+}
+
+SwctQinQPort* Swct_GetQinQPortWPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return QinQPort(pSwctWrite, bSlot, bPort);
+}
+
+void Swct_ReadQinQPort(SwctPortMoid sMoid, SwctQinQPort* pRecord) noexcept
+{
+    const SwctQinQPort* pStored = QinQPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
+    if (pStored != nullptr && pRecord != nullptr) {
+        CopyRecord(pRecord, pStored);
+    }
+}
+
+uint32_t Swct_DoesQinQPortExist(SwctPortMoid sMoid) noexcept
+{
+    return Swct_DoesSwitchPortExist(sMoid.bSlot, sMoid.bPort) != 0 &&
+                   Swct_Switch_GetSwitchMode() == SWCT_SWITCH_MODE_QINQ
+               ? 1
+               : 0;
+}
+
+SwctPortMoid* Swct_QinQPortMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
+{
+    static SwctPortMoid sNext;
+    return NextPort(&sNext, pMoidPrevious, [](uint8_t bSlot, uint8_t bPort) {
+        return Swct_DoesQinQPortExist({SWCT_CLASS_QINQ_PORT, bSlot, bPort}) != 0;
+    });
+}
+
+uint32_t Swct_IsQinQEnabledOnPort(SwctPortMoid sMoid) noexcept
+{
+    return EnabledPort(sMoid.bSlot, sMoid.bPort) != nullptr ? 1 : 0;
+}
+
+uint16_t Swct_GetQinQPortProviderVid(SwctPortMoid sMoid) noexcept
+{
+    return Swct_GetQinQPortPVid(sMoid.bSlot, sMoid.bPort);
+}
+
+uint16_t Swct_GetQinQPortPVid(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
+    return pRecord != nullptr ? pRecord->wProviderTagVid : static_cast<uint16_t>(SWCT_VID_NONE);
+}
+
+uint32_t Swct_GetQinQProviderTagPriority(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
+    return pRecord != nullptr ? pRecord->dwProviderTagPriority : 0;
+}
+
+uint32_t Swct_IsControlProtocolTunnellingEnabledOnQinQPort(SwctPortMoid sMoid) noexcept
+{
+    const SwctQinQPort* pRecord = EnabledPort(sMoid.bSlot, sMoid.bPort);
+    return pRecord != nullptr ? pRecord->boControlProtocolTunnelling : 0U;
+}
+
+uint32_t Swct_GetQinQControlProtocolTunnellingMac(SwctPortMoid sMoid) noexcept
+{
+    const SwctQinQPort* pRecord = EnabledPort(sMoid.bSlot, sMoid.bPort);
+    return pRecord != nullptr && pRecord->boControlProtocolTunnelling == 1 ? pRecord->dwControlProtocolTunnellingMac
+                                                                           : 0;
+}
+
+uint32_t Swct_IsQinQEnabledOnAnyPort() noexcept
+{
+    // Slot 3 is not examined.
+    return VisitPorts([](uint8_t bSlot, uint8_t bPort) {
+        return bSlot < SWCT_SLOT_MAX && EnabledPort(bSlot, bPort) != nullptr;
+    })
+               ? 1
+               : 0;
+}
+
+uint32_t Swct_CheckIfVlanIsProviderVlan(uint16_t wVid) noexcept
+{
+    return DoesAnyEnabledPort([wVid](const SwctQinQPort& sRecord) { return sRecord.wProviderTagVid == wVid; });
+}
+
+uint32_t Swct_DoesAnyQinQWithProviderVlanDoTunnel(uint16_t wVid) noexcept
+{
+    return DoesAnyEnabledPort([wVid](const SwctQinQPort& sRecord) {
+        return sRecord.wProviderTagVid == wVid && sRecord.boControlProtocolTunnelling == 1;
+    });
+}
+
+uint32_t Swct_DoesAnyQinQWithProviderVlanUseCptMac(uint16_t wVid, uint32_t dwMac) noexcept
+{
+    return DoesAnyEnabledPort([wVid, dwMac](const SwctQinQPort& sRecord) {
+        return sRecord.wProviderTagVid == wVid && sRecord.boControlProtocolTunnelling == 1 &&
+               sRecord.dwControlProtocolTunnellingMac == dwMac;
+    });
+}
+
+uint32_t Swct_GetBitmapOfQinQProviderVlanThatDoTunnel(uint8_t* pBitmap) noexcept
+{
+    if (pBitmap == nullptr) {
+        return 0;
+    }
+    ClearBitmap(pBitmap);
+    uint32_t dwAnySet = 0;
+    DoesAnyEnabledPort([pBitmap, &dwAnySet](const SwctQinQPort& sRecord) {
+        const uint16_t wVid = ReadOnce<uint16_t>(sRecord.wProviderTagVid);
+        if (sRecord.boControlProtocolTunnelling == 1 && wVid <= SWCT_VLAN_MAX) {
+            SetBit(pBitmap, wVid);
+            dwAnySet = 1;
+        }
+        return false;
+    });
+    return dwAnySet;
+}
