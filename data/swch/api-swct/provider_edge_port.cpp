@@ -1,0 +1,159 @@
+#include "swct/provider_edge_port.h"
+
+#include "region/bitmap.h"
+#include "region/filter.h"
+#include "region/provider_bridge.h"
+
+namespace {
+
+// The record of a PEP object, or null.
+const SwctProviderEdgePort* ManagedRecord(SwctProviderEdgePortMoid sMoid) noexcept
+{
+    const SwctCepData* pCep = ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
+    if (pCep == nullptr || !IsPepIndex(sMoid.wPepIndex) || pCep->aProviderEdgePort[sMoid.wPepIndex - 1].wSvid == 0) {
+        return nullptr;
+    }
+    return &pCep->aProviderEdgePort[sMoid.wPepIndex - 1];
+}
+
+// The PEP of an S-VID of 1 to 4094 in a port's data, null for none; 0 when there is none.
+uint16_t PepIndexOfPbVid(const SwctCepData* pCep, uint16_t wSvid) noexcept
+{
+    return pCep != nullptr && IsPbVid(wSvid) ? PepIndexOfSvid(*pCep, wSvid) : uint16_t{0};
+}
+
+} // namespace
+
+uint32_t Swct_DoesProviderEdgePortExist(SwctProviderEdgePortMoid sMoid) noexcept
+{
+    return ManagedRecord(sMoid) != nullptr ? 1 : 0;
+}
+
+SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEdgePortMoid* pMoidPrevious) noexcept
+{
+    static SwctProviderEdgePortMoid sNext;
+    if (pMoidPrevious == nullptr) {
+        return nullptr;
+    }
+    ObjectPosition sPosition{pMoidPrevious->bSlot, pMoidPrevious->bPort, pMoidPrevious->wPepIndex};
+    if (!FindNextProviderEdgePort(sPosition)) {
+        return nullptr;
+    }
+    sNext = {SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.bSlot, sPosition.bPort, sPosition.wKey};
+    return &sNext;
+}
+
+uint32_t Swct_ProviderEdgePortMoidFilter(const SwctProviderEdgePortMoid* pMoid,
+                                         const SwctProviderEdgePortMoid* pFilter) noexcept
+{
+    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->wPepIndex, pFilter->wPepIndex}) : 0;
+}
+
+uint32_t Swct_GetFreeProviderEdgePortMoid(uint8_t bSlot, uint8_t bPort, SwctProviderEdgePortMoid* pMoid) noexcept
+{
+    for (uint16_t wPepIndex = 1; wPepIndex <= SWCT_PEP_MAX; ++wPepIndex) {
+        const SwctProviderEdgePortMoid sMoid{SWCT_CLASS_PROVIDER_EDGE_PORT, bSlot, bPort, wPepIndex};
+        if (Swct_DoesProviderEdgePortExist(sMoid) == 0) {
+            if (pMoid != nullptr) {
+                CopyRecord(pMoid, &sMoid);
+            }
+            return SWCT_OK;
+        }
+    }
+    return SWCT_NO_FREE_INDEX;
+}
+
+void Swct_ReadProviderEdgePort(SwctProviderEdgePortMoid sMoid, SwctProviderEdgePort* pRecord) noexcept
+{
+    const SwctCepData* pCep = ExistingCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
+    if (pCep != nullptr && IsPepIndex(sMoid.wPepIndex) && pRecord != nullptr) {
+        CopyRecord(pRecord, &pCep->aProviderEdgePort[sMoid.wPepIndex - 1]);
+    }
+}
+
+uint16_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) noexcept
+{
+    const SwctProviderEdgePort* pRecord = ManagedRecord(sMoid);
+    return pRecord != nullptr ? pRecord->wSvid : uint16_t{0};
+}
+
+uint32_t Swct_GetProviderEdgePort(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, SwctProviderEdgePort* pRecord) noexcept
+{
+    const SwctCepData* pCep = StoredCep(pSwctRead, bSlot, bPort);
+    const uint16_t wPepIndex = PepIndexOfPbVid(pCep, wSvid);
+    if (wPepIndex == 0 || pRecord == nullptr) {
+        return 0;
+    }
+    CopyRecord(pRecord, &pCep->aProviderEdgePort[wPepIndex - 1]);
+    return 1;
+}
+
+uint32_t Swct_GetProviderEdgePortMoidForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
+                                             SwctProviderEdgePortMoid* pMoid) noexcept
+{
+    const uint16_t wPepIndex = PepIndexOfPbVid(CepLayout(pSwctRead, bSlot, bPort), wSvid);
+    if (wPepIndex == 0 || pMoid == nullptr) {
+        return 0;
+    }
+    *pMoid = {SWCT_CLASS_PROVIDER_EDGE_PORT, bSlot, bPort, wPepIndex};
+    return 1;
+}
+
+SwctProviderEdgePortMoid* Swct_GetNextPepConnectedToSvid(const SwctProviderEdgePortMoid* pMoidPrevious,
+                                                         uint16_t wSvid) noexcept
+{
+    static SwctProviderEdgePortMoid sNext;
+    if (pMoidPrevious == nullptr) {
+        return nullptr;
+    }
+    uint16_t wPepIndex = 0;
+    PortPosition sPosition = BehindPort(pMoidPrevious->bSlot, pMoidPrevious->bPort);
+    const bool boFound = FindPort(sPosition, [wSvid, &wPepIndex](uint8_t bSlot, uint8_t bPort) {
+        wPepIndex = PepIndexOfPbVid(ExistingCep(pSwctRead, bSlot, bPort), wSvid);
+        return wPepIndex != 0;
+    });
+    if (!boFound) {
+        return nullptr;
+    }
+    sNext = {SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.Slot(), sPosition.Port(), wPepIndex};
+    return &sNext;
+}
+
+uint32_t Swct_GetNumberOfPepInCep(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const SwctCepData* pCep = StoredCep(pSwctRead, bSlot, bPort);
+    uint32_t dwCount = 0;
+    for (uint16_t i = 0; pCep != nullptr && i < SWCT_PEP_MAX; ++i) {
+        dwCount += pCep->aProviderEdgePort[i].wSvid != 0 ? 1U : 0U;
+    }
+    return dwCount;
+}
+
+uint32_t Swct_GetCepSVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
+{
+    if (pBitmap == nullptr) {
+        return 0;
+    }
+    ClearBitmap(pBitmap);
+    const SwctCepData* pCep = StoredCep(pSwctRead, bSlot, bPort);
+    uint32_t dwAnySet = 0;
+    for (uint16_t i = 0; pCep != nullptr && i < SWCT_PEP_MAX; ++i) {
+        const uint16_t wSvid = ReadOnce<uint16_t>(pCep->aProviderEdgePort[i].wSvid);
+        if (IsVlanId(wSvid)) {
+            SetBit(pBitmap, wSvid);
+            dwAnySet = 1;
+        }
+    }
+    return dwAnySet;
+}
+
+uint32_t Swct_DoesPepExistForPortVid(uint8_t bSlot, uint8_t bPort, uint16_t wVid) noexcept
+{
+    const SwctCepData* pCep = CepLayout(pSwctRead, bSlot, bPort);
+    for (uint16_t i = 0; pCep != nullptr && wVid != 0 && i < SWCT_PEP_MAX; ++i) {
+        if (pCep->aProviderEdgePort[i].wSvid == wVid) {
+            return 1;
+        }
+    }
+    return 0;
+}
