@@ -18,7 +18,7 @@ constexpr uint8_t kLastLag = 4;
 // How a step of the walk ends.
 enum class Exit {
     kFound,
-    kCheck,      // found on a line slot: whether the slot is in use and the record there is still to be tested
+    kCheck,      // found on a line slot: whether the slot is in use is still to be tested
     kEnd,        // no more records
     kEndOfSlots, // no more records, because slot 2 is not in use
     kClose       // a position outside the node
@@ -61,7 +61,7 @@ uint8_t FirstIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
 }
 
 // Moves an index on in its ring; false when the ring is finished.  A ring without a current record is finished behind
-// its last one, in place of going round for ever.
+// its last one, in place of going round for ever; when it holds no record either, the index becomes its length.
 template <class Ring>
 bool AdvanceInRing(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t& bIndex) noexcept
 {
@@ -74,7 +74,7 @@ bool AdvanceInRing(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t& bIndex
         return false;
     }
     const uint8_t bNext = NextIndex<Ring>(pRecords, bIndex, bCurrent);
-    if (bCurrent == Ring::kRecords && (bNext <= bIndex || bNext == Ring::kRecords)) {
+    if (bCurrent == Ring::kRecords && bNext < Ring::kRecords && bNext <= bIndex) {
         return false;
     }
     bIndex = bNext;
@@ -204,16 +204,6 @@ Exit Advance(HistoryMoid& sMoid, bool boRingIsDone) noexcept
     return sMoid.bSlot == kLagSlot ? AdvanceLag<Ring>(sMoid, boRingIsDone) : Exit::kClose;
 }
 
-// Whether a line slot is in use and the record is current or holds data.
-template <class Ring>
-bool IsThere(const HistoryMoid& sMoid) noexcept
-{
-    const Record* pRecords = RingRecords<Ring>(pSwctRead, sMoid.bSlot, sMoid.bPort, sMoid.bQueue);
-    return pRecords != nullptr && Slot__GetExpectedMode(sMoid.bSlot) > 1 &&
-           (HoldsRecord(pRecords[sMoid.bIndex]) ||
-            Ring::GetCurrentPeriodIndex(sMoid.bSlot, sMoid.bPort, sMoid.bQueue) == sMoid.bIndex);
-}
-
 bool IsSameRing(const HistoryMoid& sLeft, const HistoryMoid& sRight) noexcept
 {
     return sLeft.bSlot == sRight.bSlot && sLeft.bPort == sRight.bPort && sLeft.bQueue == sRight.bQueue;
@@ -247,7 +237,7 @@ HistoryMoid* Iterate(const HistoryMoid* pMoidPrevious) noexcept
         return nullptr;
     }
     if (exit == Exit::kCheck) {
-        exit = IsThere<Ring>(sMoid) ? Exit::kFound : Exit::kEnd;
+        exit = Slot__GetExpectedMode(sMoid.bSlot) > 1 ? Exit::kFound : Exit::kEnd;
     }
     if (exit == Exit::kEndOfSlots) {
         SWCT_DEBUG_AS(Ring::kIterate, 6, "No more Queue statistics historical object");
