@@ -128,8 +128,10 @@ uint32_t Swct_GetCVidRegistration(uint8_t bSlot, uint8_t bPort, uint16_t wCVid, 
         return 0;
     }
     const SwctCVidRegistration& sStored = pCep->aCVidRegistration[wCVid - 1];
-    if (IsPbVid(sStored.wSvid)) {
+    const uint16_t wSvid = ReadOnce<uint16_t>(sStored.wSvid);
+    if (IsPbVid(wSvid)) {
         CopyRecord(pRecord, &sStored);
+        pRecord->wSvid = wSvid; // the one that was tested
         return 1;
     }
     const uint16_t wDefaultSvid = ReadOnce<uint16_t>(pCep->sDefaultCVidRegistration.wSvid);
@@ -248,17 +250,16 @@ uint32_t Swct_GetBitmapOfCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint
     if (pBitmap == nullptr) {
         return 0;
     }
-    ClearBitmap(pBitmap);
     const SwctCepData* pCep = CepLayout(pSwctRead, bSlot, bPort);
-    uint32_t dwAnySet = 0;
-    for (uint16_t wCVid = 1; pCep != nullptr && wCVid <= SWCT_PB_VID_MAX; ++wCVid) {
-        const SwctCVidRegistration& sRecord = pCep->aCVidRegistration[wCVid - 1];
-        if (!IsFree(sRecord) && sRecord.wSvid == wSvid) {
-            SetBit(pBitmap, wCVid);
-            dwAnySet = 1;
-        }
+    if (pCep == nullptr) {
+        ClearBitmap(pBitmap);
+        return 0;
     }
-    return dwAnySet;
+    const bool boAnySet = FillBitmap(pBitmap, SWCT_PB_VID_MAX, [pCep, wSvid](uint16_t wCVid) {
+        const SwctCVidRegistration& sRecord = pCep->aCVidRegistration[wCVid - 1U];
+        return !IsFree(sRecord) && sRecord.wSvid == wSvid;
+    });
+    return boAnySet ? 1 : 0;
 }
 
 uint32_t Swct_DoesVlanHaveCVidRegistrations(SwctVlanMoid sMoidVlan) noexcept

@@ -1,9 +1,9 @@
 #include "swct/port_vlan_list.h"
 
 #include "region/bitmap.h"
-#include "region/membership.h"
 #include "region/memory.h"
 #include "region/trace.h"
+#include "region/views.h"
 #include "swct/pb_data.h"
 
 namespace {
@@ -26,10 +26,14 @@ void Swct_GetPortVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexce
     if (pBitmap == nullptr) {
         return;
     }
-    ClearBitmap(pBitmap);
-    VisitVlansOfPort(pSwctRead, bSlot, bPort, [pBitmap](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
-        SetBit(pBitmap, wVlanId);
-        return false;
+    const SwctData* pData = pSwctRead;
+    if (pData == nullptr || !IsPort(bSlot, bPort)) {
+        ClearBitmap(pBitmap);
+        return;
+    }
+    FillBitmap(pBitmap, SWCT_VLAN_MAX, [pData, bSlot, bPort](uint16_t wVlanId) {
+        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1U];
+        return sEntry.boExists != 0 && sEntry.adwMembership[bSlot - 1U][bPort - 1U] != SWCT_MEMBERSHIP_NONE;
     });
 }
 
@@ -45,10 +49,12 @@ void Swct_GetPortVlanBitMap(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noex
     // Collected apart, because the trace lines come in ascending order and only for bits that are set here.
     uint8_t abSvids[SWCT_VLAN_BITMAP_SIZE] = {};
     CollectSvids(pPbData->sCep, abSvids);
-    for (uint16_t wSvid = 1; wSvid <= SWCT_VLAN_MAX; ++wSvid) {
+    for (uint16_t wByte = 0; wByte < SWCT_VLAN_BITMAP_SIZE; ++wByte) {
+        pBitmap[wByte] = static_cast<uint8_t>(pBitmap[wByte] | abSvids[wByte]);
+    }
+    for (uint16_t wSvid = 1; DBG_EHSL >= 4 && wSvid <= SWCT_VLAN_MAX; ++wSvid) {
         if (IsBitSet(abSvids, wSvid)) {
             SWCT_DEBUG_EHSL(4, "set cep port bitmap,vlanId(%d),slot(%d),port(%d)", wSvid, bSlot, bPort);
-            SetBit(pBitmap, wSvid);
         }
     }
 }

@@ -1,6 +1,9 @@
 // Reading the history rings.  Each operation is written once, for a ring; the two families are expanded at the end.
 #include "swct/queue_history.h"
 
+#include <algorithm>
+#include <bit>
+
 #include "region/history_ring.h"
 #include "region/memory.h"
 
@@ -101,10 +104,10 @@ uint8_t CurrentPeriodIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcep
         SWCT_DEBUG_AS(Ring::kGetCurrent, 1, Ring::kRPtrReturnedNull, bSlot, bPort, bQueue, 0);
         return 0;
     }
-    for (uint8_t i = 0; i < Ring::kRecords; ++i) {
-        if (IsCurrent(pRecords[i])) {
-            return i;
-        }
+    const Record* pEnd = pRecords + Ring::kRecords;
+    const Record* pCurrent = std::find_if(pRecords, pEnd, IsCurrent);
+    if (pCurrent != pEnd) {
+        return static_cast<uint8_t>(pCurrent - pRecords);
     }
     SWCT_ERROR_AS(Ring::kGetCurrent, kErrorPlain,
                   "Did not find historical data where boIsCurrentPeriod is TRUE for S/P/Q: %d/%d/%d!", bSlot, bPort,
@@ -121,12 +124,38 @@ void LastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bNbrOfRe
     constexpr unsigned kRecords = Ring::kRecords;
     const unsigned count = bNbrOfRecords == 0 || bNbrOfRecords > kRecords ? kRecords : bNbrOfRecords;
     const unsigned current = CurrentPeriodIndex<Ring>(bSlot, bPort, bQueue);
+    const Record* pRing = RingRecords<Ring>(pSwctRead, bSlot, bPort, bQueue);
     for (unsigned k = 0; k < count; ++k) {
         // Without a current record 'current' is the ring's length: its own read fails, the ones behind it count back.
         const unsigned index = current >= k ? current - k : kRecords - (k - current);
+        if (pRing != nullptr && index < kRecords) {
+            CopyRecord(&pRecords[k], pRing + index);
+            continue;
+        }
         Clear(&pRecords[k]);
-        Read<Ring>(bSlot, bPort, bQueue, static_cast<uint8_t>(index), &pRecords[k]);
+        Read<Ring>(bSlot, bPort, bQueue, static_cast<uint8_t>(index), &pRecords[k]); // reports
     }
+}
+
+constexpr uint64_t Compose(uint32_t dwHigh, uint32_t dwLow) noexcept
+{
+    return uint64_t{dwHigh} << 32 | dwLow;
+}
+
+// One load where the machine's order of bytes is the record's.
+inline uint64_t ValueOf(const SwctCounter& sCounter) noexcept
+{
+    if constexpr (std::endian::native == std::endian::little) {
+        uint64_t qwValue = 0;
+        std::memcpy(&qwValue, &sCounter, sizeof qwValue);
+        return qwValue;
+    }
+    return Compose(sCounter.dwHigh, sCounter.dwLow);
+}
+
+constexpr SwctCounter CounterOf(uint64_t qwValue) noexcept
+{
+    return {static_cast<uint32_t>(qwValue), static_cast<uint32_t>(qwValue >> 32)};
 }
 
 template <uint64_t (*kCombine)(uint32_t, uint32_t, uint32_t, uint32_t)>
@@ -138,8 +167,7 @@ void CombineCounters(const Record* pFrom, Record* pTo) noexcept
     for (unsigned i = 0; i < SWCT_HISTORY_COUNTERS; ++i) {
         const SwctCounter sFrom = pFrom->aqwCounter[i];
         const SwctCounter sTo = pTo->aqwCounter[i];
-        const uint64_t qwResult = kCombine(sFrom.dwHigh, sFrom.dwLow, sTo.dwHigh, sTo.dwLow);
-        pTo->aqwCounter[i] = {static_cast<uint32_t>(qwResult), static_cast<uint32_t>(qwResult >> 32)};
+        pTo->aqwCounter[i] = CounterOf(kCombine(sFrom.dwHigh, sFrom.dwLow, sTo.dwHigh, sTo.dwLow));
     }
 }
 
@@ -149,17 +177,27 @@ void HistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bExclud
     if (pSum == nullptr) {
         return;
     }
-    for (uint8_t i = 0; i < Ring::kRecords; ++i) {
-        if (i != bExcludedIndex) {
-            CombineCounters<Swct_AddQueueStatisticsHistoricalElement>(
-                GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, i), pSum);
+    const Record* pRing = RingRecords<Ring>(pSwctRead, bSlot, bPort, bQueue);
+    if (pRing == nullptr) {
+        for (uint8_t i = 0; i < Ring::kRecords; ++i) {
+            if (i != bExcludedIndex) {
+                GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, i); // reports
+            }
+        }
+        return;
+    }
+    uint64_t aqwSum[SWCT_HISTORY_COUNTERS]; // apart from the caller's record, so that it stays in registers
+    for (unsigned k = 0; k < SWCT_HISTORY_COUNTERS; ++k) {
+        aqwSum[k] = ValueOf(pSum->aqwCounter[k]);
+    }
+    for (unsigned i = 0; i < Ring::kRecords; ++i) {
+        for (unsigned k = 0; i != bExcludedIndex && k < SWCT_HISTORY_COUNTERS; ++k) {
+            aqwSum[k] += ValueOf(pRing[i].aqwCounter[k]);
         }
     }
-}
-
-constexpr uint64_t Compose(uint32_t dwHigh, uint32_t dwLow) noexcept
-{
-    return uint64_t{dwHigh} << 32 | dwLow;
+    for (unsigned k = 0; k < SWCT_HISTORY_COUNTERS; ++k) {
+        pSum->aqwCounter[k] = CounterOf(aqwSum[k]);
+    }
 }
 
 } // namespace

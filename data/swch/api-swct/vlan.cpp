@@ -61,13 +61,12 @@ void Swct_GetConfiguredVlans(uint8_t* pBitmap) noexcept
     if (pBitmap == nullptr) {
         return;
     }
-    ClearBitmap(pBitmap);
     const SwctData* pData = pSwctRead;
-    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
-        if (pData->sVlan[wVlanId - 1].boExists != 0) {
-            SetBit(pBitmap, wVlanId);
-        }
+    if (pData == nullptr) {
+        ClearBitmap(pBitmap);
+        return;
     }
+    FillBitmap(pBitmap, SWCT_VLAN_MAX, [pData](uint16_t wVlanId) { return pData->sVlan[wVlanId - 1U].boExists != 0; });
 }
 
 SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept

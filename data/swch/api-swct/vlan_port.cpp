@@ -24,11 +24,15 @@ constexpr bool IsSlot(uint8_t bSlot) noexcept
     return bSlot >= 1 && bSlot <= SWCT_SLOT_MAX;
 }
 
-// The first member of a VLAN at or behind a position; false when there is none.
+// Where a walk starts in a VLAN.
+PortPosition FirstMemberPosition() noexcept
+{
+    return {std::max<unsigned>(FirstSwitchPortSlot(), 1), 1};
+}
+
+// The first member of a VLAN at or behind a position, whose slot and port are at least 1; false when there is none.
 bool FindMember(const SwctVlanEntry& sEntry, PortPosition& sPosition) noexcept
 {
-    sPosition.slot = std::max(sPosition.slot, 1U);
-    sPosition.port = std::max(sPosition.port, 1U);
     for (; sPosition.slot <= SWCT_SLOT_MAX; sPosition = {sPosition.slot + 1, 1}) {
         for (; sPosition.port <= SWCT_PORT_MAX; ++sPosition.port) {
             if (sEntry.adwMembership[sPosition.slot - 1][sPosition.port - 1] != SWCT_MEMBERSHIP_NONE) {
@@ -211,20 +215,22 @@ SwctVlanPortMoid* Swct_GetNextVlanPort(const SwctVlanPortMoid* pMoidPrevious) no
     if (pMoidPrevious == nullptr || pSwctRead == nullptr) {
         return nullptr;
     }
-    // The first candidate port wraps at 255, as the interface has it.
-    PortPosition sPosition{pMoidPrevious->bSlot, static_cast<uint8_t>(pMoidPrevious->bPort + 1)};
+    // The first candidate port wraps at 255, as the interface has it; port 0 is none.
+    const auto bCandidate = static_cast<uint8_t>(pMoidPrevious->bPort + 1);
+    PortPosition sPosition{pMoidPrevious->bSlot, std::max<unsigned>(bCandidate, 1)};
     if (sPosition.slot == 0) {
-        sPosition.slot = FirstSwitchPortSlot();
+        sPosition.slot = FirstMemberPosition().slot;
     }
     // VLAN 4095 may exist, but walks end before it.
     const SwctData* pData = pSwctRead;
-    for (uint16_t wVlanId = std::max<uint16_t>(pMoidPrevious->wVlanId, 1); wVlanId < SWCT_VLAN_MAX; ++wVlanId) {
-        const SwctVlanEntry* pEntry = ExistingVlan(pData, wVlanId);
-        if (pEntry != nullptr && FindMember(*pEntry, sPosition)) {
+    const uint16_t wPrevious = pMoidPrevious->wVlanId;
+    for (uint16_t wVlanId = wPrevious != 0 ? wPrevious : 1; wVlanId < SWCT_VLAN_MAX; ++wVlanId) {
+        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1U];
+        if (sEntry.boExists != 0 && FindMember(sEntry, sPosition)) {
             sNext = {SWCT_CLASS_VLAN_PORT, wVlanId, sPosition.Slot(), sPosition.Port()};
             return &sNext;
         }
-        sPosition = {FirstSwitchPortSlot(), 1};
+        sPosition = FirstMemberPosition();
     }
     return nullptr;
 }

@@ -1,6 +1,7 @@
 // memory.h - reading and writing where another process, or a careless caller, may be at work too.
 #pragma once
 
+#include <bit>
 #include <cstdint>
 #include <cstring>
 
@@ -13,11 +14,30 @@ inline Value ReadOnce(Value value) noexcept
     return value;
 }
 
-// Copies a record.  A caller may pass a pointer into the region, so the two may overlap.
+// Loads everything before it stores anything.
+template <std::size_t kSize>
+inline void CopyBytes(unsigned char* pTo, const unsigned char* pFrom) noexcept
+{
+    if constexpr (kSize >= 16) {
+        using Part __attribute__((vector_size(16))) = unsigned char;
+        Part part;
+        std::memcpy(&part, pFrom, sizeof part);
+        CopyBytes<kSize - sizeof part>(pTo + sizeof part, pFrom + sizeof part);
+        std::memcpy(pTo, &part, sizeof part);
+    } else if constexpr (kSize != 0) {
+        unsigned char abPart[std::bit_floor(kSize)];
+        std::memcpy(abPart, pFrom, sizeof abPart);
+        CopyBytes<kSize - sizeof abPart>(pTo + sizeof abPart, pFrom + sizeof abPart);
+        std::memcpy(pTo, abPart, sizeof abPart);
+    }
+}
+
+// Copies a record.  A caller may pass a pointer into the region, so the two may overlap.  In place by registers, where
+// memmove would be a call out of the library.
 template <class Record>
 inline void CopyRecord(Record* pTo, const Record* pFrom) noexcept
 {
-    std::memmove(pTo, pFrom, sizeof(Record));
+    CopyBytes<sizeof(Record)>(reinterpret_cast<unsigned char*>(pTo), reinterpret_cast<const unsigned char*>(pFrom));
 }
 
 // Stores into a caller's variable, which a packed record may have put anywhere.

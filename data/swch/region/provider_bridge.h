@@ -107,12 +107,11 @@ bool FindNextObject(ObjectPosition& sPosition, Open open, IsInUse isInUse) noexc
         }
         return false;
     };
-    const ObjectPosition sPrevious = sPosition;
-    if (sPrevious.bSlot != 0 && sPrevious.bPort != 0 &&
-        findInPort(sPrevious.bSlot, sPrevious.bPort, sPrevious.wKey + 1U)) {
+    // Behind the key in its own port; slot 0 or port 0 is none.
+    if (findInPort(sPosition.bSlot, sPosition.bPort, sPosition.wKey + 1U)) {
         return true;
     }
-    PortPosition sPort = BehindPort(sPrevious.bSlot, sPrevious.bPort);
+    PortPosition sPort = BehindPort(sPosition.bSlot, sPosition.bPort);
     return FindPort(sPort, [&](uint8_t bSlot, uint8_t bPort) { return findInPort(bSlot, bPort, 1); });
 }
 

@@ -15,20 +15,21 @@ inline const SwctData* AnyView() noexcept
     return pSwctWrite != nullptr ? pSwctWrite : pSwctRead;
 }
 
+// Key tests compute key - 1 as the indexing does, without wrapping at the key's width: one subtraction serves both.
 constexpr bool IsVlanId(uint16_t wVlanId) noexcept
 {
-    return static_cast<uint16_t>(wVlanId - 1) < SWCT_VLAN_MAX;
+    return wVlanId - 1U < SWCT_VLAN_MAX;
 }
 
 // VIDs of the provider-bridge tables: 1 to 4094.
 constexpr bool IsPbVid(uint16_t wVid) noexcept
 {
-    return static_cast<uint16_t>(wVid - 1) < SWCT_PB_VID_MAX;
+    return wVid - 1U < SWCT_PB_VID_MAX;
 }
 
 constexpr bool IsPepIndex(uint16_t wPepIndex) noexcept
 {
-    return static_cast<uint16_t>(wPepIndex - 1) < SWCT_PEP_MAX;
+    return wPepIndex - 1U < SWCT_PEP_MAX;
 }
 
 constexpr bool IsPriority(uint32_t dwPriority) noexcept
@@ -38,13 +39,13 @@ constexpr bool IsPriority(uint32_t dwPriority) noexcept
 
 constexpr bool IsPort(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return static_cast<uint8_t>(bSlot - 1) < SWCT_SLOT_MAX && static_cast<uint8_t>(bPort - 1) < SWCT_PORT_MAX;
+    return bSlot - 1U < SWCT_SLOT_MAX && bPort - 1U < SWCT_PORT_MAX;
 }
 
 template <class Data>
 auto* VlanEntry(Data* pData, uint16_t wVlanId) noexcept
 {
-    return pData != nullptr && IsVlanId(wVlanId) ? &pData->sVlan[wVlanId - 1] : nullptr;
+    return pData != nullptr && IsVlanId(wVlanId) ? &pData->sVlan[wVlanId - 1U] : nullptr;
 }
 
 // Null when the VLAN does not exist.
@@ -59,30 +60,35 @@ inline const SwctVlanEntry* ExistingVlan(const SwctData* pData, uint16_t wVlanId
 inline SwctMembership* Membership(SwctData* pData, uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) noexcept
 {
     SwctVlanEntry* pEntry = IsPort(bSlot, bPort) ? VlanEntry(pData, wVlanId) : nullptr;
-    return pEntry != nullptr ? &pEntry->adwMembership[bSlot - 1][bPort - 1] : nullptr;
+    return pEntry != nullptr ? &pEntry->adwMembership[bSlot - 1U][bPort - 1U] : nullptr;
 }
 
 inline const SwctMembership* Membership(const SwctData* pData, uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctVlanEntry* pEntry = IsPort(bSlot, bPort) ? VlanEntry(pData, wVlanId) : nullptr;
-    return pEntry != nullptr ? &pEntry->adwMembership[bSlot - 1][bPort - 1] : nullptr;
+    return pEntry != nullptr ? &pEntry->adwMembership[bSlot - 1U][bPort - 1U] : nullptr;
 }
 
-// Slot 3 is row 0, slot 1 row 1, slot 2 row 2.
+// Slot 3 is row 0, slot 1 row 1, slot 2 row 2.  A mask: shorter than the remainder, and no branch on the slot.
+constexpr unsigned PortRow(uint8_t bSlot) noexcept
+{
+    return bSlot & (bSlot != SWCT_SLOT_MAX ? ~0U : 0U);
+}
+
 template <class Data>
 auto* SwitchPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sSwitchPort[bSlot % SWCT_SLOT_MAX][bPort - 1] : nullptr;
+    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sSwitchPort[PortRow(bSlot)][bPort - 1U] : nullptr;
 }
 
 template <class Data>
 auto* QinQPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sQinQPort[bSlot % SWCT_SLOT_MAX][bPort - 1] : nullptr;
+    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sQinQPort[PortRow(bSlot)][bPort - 1U] : nullptr;
 }
 
 template <class Data>
 auto* PbData(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sPbData[bSlot % SWCT_SLOT_MAX][bPort - 1] : nullptr;
+    return pData != nullptr && IsPort(bSlot, bPort) ? &pData->sPbData[PortRow(bSlot)][bPort - 1U] : nullptr;
 }
