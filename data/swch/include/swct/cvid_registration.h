@@ -27,6 +27,7 @@ SWCT_API void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) SWCT_N
 /* The stored record of an existing CEP, in use or not. */
 SWCT_API void Swct_ReadCVidRegistration(SwctCVidRegistrationMoid sMoid, SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
 SWCT_API uint16_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
+/* Each stores one flag of an existing CEP's record. */
 SWCT_API void Swct_CVidRegistration_SetUntaggedCEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
 SWCT_API void Swct_CVidRegistration_SetUntaggedPEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
 /* Whether the stored boUntaggedCep of a C-VID (the key's VLAN id) is 0, whatever the port type; bad key: 0. */

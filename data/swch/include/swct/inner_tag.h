@@ -27,6 +27,7 @@ SWCT_API SwctVlanIfInnerTag* Swct_GetVlanInnerTagWPtr(uint16_t wVlanId) SWCT_NOE
  * low 16 bits.  A bad key writes nothing. */
 SWCT_API void Swct_GetVlanInnerTagInfo(uint16_t wVlanId, uint16_t* pwInnerVlanId, uint8_t* pboInnerTagEnabled,
                                        uint16_t* pwInnerPriority, uint8_t* pboInnerPriorityEnabled) SWCT_NOEXCEPT;
+/* Copies the record. */
 SWCT_API void Swct_ReadVlanIfInnerTag(SwctVlanMoid sMoid, SwctVlanIfInnerTag* pInnerTag) SWCT_NOEXCEPT;
 
 /* All but the reserved bytes.  A bad VLAN id is reported (error 0). */

@@ -71,6 +71,7 @@ typedef union SwctPbData {
 } SWCT_PACKED SwctPbData;
 SWCT_ASSERT_SIZE(SwctPbData, 78176);
 
+/* The data of a port, whatever its type. */
 SWCT_API const SwctPbData* Swct_GetPbDataRPtr(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 SWCT_API SwctPbData* Swct_GetPbDataWPtr(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 

@@ -38,6 +38,7 @@ SWCT_API uint32_t Swct_GetProviderEdgePortMoidForSVid(uint8_t bSlot, uint8_t bPo
 /* The PEP of an S-VID on the next CEP that has one, after the slot and port of 'pMoidPrevious'.  Own buffer. */
 SWCT_API SwctProviderEdgePortMoid* Swct_GetNextPepConnectedToSvid(const SwctProviderEdgePortMoid* pMoidPrevious,
                                                                   uint16_t wSvid) SWCT_NOEXCEPT;
+/* How many PEP records of a CEP are in use. */
 SWCT_API uint32_t Swct_GetNumberOfPepInCep(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* Clears the 512-byte bitmap and sets the S-VIDs of the PEPs; 1 when a bit was set. */
 SWCT_API uint32_t Swct_GetCepSVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) SWCT_NOEXCEPT;

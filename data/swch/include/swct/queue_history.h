@@ -46,6 +46,7 @@ SWCT_API uint64_t Swct_SubQueueStatisticsHistoricalElement(uint32_t dwHigh1, uin
 
 /* Whether the index is one of the ring's. */
 SWCT_API uint32_t Swct_QueueStatisticsHistorical15mIndexWithinRange(uint32_t dwIndex) SWCT_NOEXCEPT;
+/* One record of a ring, whether or not it holds a period. */
 SWCT_API const SwctQueueStatisticsHistorical* Swct_GetQueueStatisticsHistorical15mRPtr(uint8_t bSlot, uint8_t bPort,
                                                                                        uint8_t bQueue, uint8_t bIndex)
     SWCT_NOEXCEPT;
@@ -58,6 +59,7 @@ SWCT_API SwctQueueStatisticsHistorical* Swct_GetQueueStatisticsHistorical15mWDat
 /* Whether the ring holds a record at the index: its stamp is not zero. */
 SWCT_API uint32_t Swct_DoesQueueStatisticsHistorical15mExist(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
                                                              uint8_t bIndex) SWCT_NOEXCEPT;
+/* Copies a record.  A bad key leaves the caller's as it is. */
 SWCT_API void Swct_ReadQueueStatisticsHistorical15m(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex,
                                                     SwctQueueStatisticsHistorical* pRecord) SWCT_NOEXCEPT;
 /* The whole record, its current flag as it is.  Traces at level 7. */

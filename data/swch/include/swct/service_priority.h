@@ -29,8 +29,10 @@ SWCT_API void Swct_CreateServicePriorityRegeneration(SwctServicePriorityRegenera
 SWCT_API void Swct_WriteServicePriorityRegeneration(SwctServicePriorityRegenerationMoid sMoid,
                                                     const SwctServicePriorityRegeneration* pRecord)
     SWCT_NOEXCEPT; /* the same */
+/* Fills both priorities. */
 SWCT_API void Swct_ReadServicePriorityRegeneration(SwctServicePriorityRegenerationMoid sMoid,
                                                    SwctServicePriorityRegeneration* pRecord) SWCT_NOEXCEPT;
+/* Zeroes the field, which then reads as priority 1. */
 SWCT_API void Swct_DeleteServicePriorityRegeneration(SwctServicePriorityRegenerationMoid sMoid) SWCT_NOEXCEPT;
 /* All eight entries of a PEP: the identity mapping, and back to zero fields. */
 SWCT_API void Swct_CreateServicePriorityRegenerationChildren(SwctProviderEdgePortMoid sMoidPep) SWCT_NOEXCEPT;

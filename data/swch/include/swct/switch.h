@@ -66,6 +66,7 @@ SWCT_API uint32_t Swct_GetGLagDistribution(void) SWCT_NOEXCEPT;
 /* The name in the region; an empty name without a read view.  It is zero-terminated unless another process spoils it:
  * read at most SWCT_VLAN_NAME_SIZE bytes. */
 SWCT_API const char* Swct_GetBridgeName(void) SWCT_NOEXCEPT;
+/* Getters again: 0 without a read view, except where stated. */
 SWCT_API uint16_t Swct_Switch_GetUnicastForwardingTableMaxSize(void) SWCT_NOEXCEPT;
 SWCT_API uint8_t Swct_GetStaticUnicastForwardingMaxEntries(void) SWCT_NOEXCEPT;
 SWCT_API uint16_t Swct_GetMgmtVlanIntfVlanId(void) SWCT_NOEXCEPT; /* 4095 without a read view */
@@ -75,6 +76,7 @@ SWCT_API uint32_t Swct_GetHrlb(void) SWCT_NOEXCEPT;
 
 /* Copies the attributes, with the present numbers of VLANs and of ports that have a provider-bridge port type. */
 SWCT_API void Swct_GetSwitchAttributes(SwctSwitchAttributes* pAttributes) SWCT_NOEXCEPT;
+/* Copies the statistics. */
 SWCT_API void Swct_Switch_GetSwitchStatistics(SwctSwitchStatistics* pStatistics) SWCT_NOEXCEPT;
 /* 7 to 10 for the configured ether type 1 to 4 that equals 'wEtherType', the highest if several do; 0 for none. */
 SWCT_API uint32_t Swct_GetVlanEtherType(uint16_t wEtherType) SWCT_NOEXCEPT;
@@ -102,6 +104,7 @@ SWCT_API void Swct_Switch_SetUnicastForwardingTableMaxSize(uint32_t dwValue) SWC
 SWCT_API void Swct_Switch_SetStaticUnicastForwardingMaxEntries(uint32_t dwValue) SWCT_NOEXCEPT;
 /* Stores the node's present time. */
 SWCT_API void Swct_Switch_SetSwitchUpTime(void) SWCT_NOEXCEPT;
+/* Setters again: the value is not tested. */
 SWCT_API void Swct_SetMgmtVlanIntfVlanId(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API void Swct_SetMgmtVlanIntfVlanPcp(uint32_t dwPcp) SWCT_NOEXCEPT;
 SWCT_API void Swct_SetMgmtVlanIntfSlot(uint8_t bSlot) SWCT_NOEXCEPT;

@@ -32,6 +32,7 @@ SWCT_API SwctSwitchPort* Swct_GetSwitchPortWPtr(uint8_t bSlot, uint8_t bPort) SW
 
 /* Whether the port's layer-2 port type is non-zero. */
 SWCT_API uint32_t Swct_DoesSwitchPortExist(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+/* The whole entry, whether or not the port exists. */
 SWCT_API void Swct_ReadSwitchPort(uint8_t bSlot, uint8_t bPort, SwctSwitchPort* pEntry) SWCT_NOEXCEPT;
 SWCT_API void Swct_WriteSwitchPort(uint8_t bSlot, uint8_t bPort, const SwctSwitchPort* pEntry) SWCT_NOEXCEPT;
 SWCT_API void Swct_CreateSwitchPort(uint8_t bSlot, uint8_t bPort, const SwctSwitchPort* pEntry)
@@ -49,8 +50,10 @@ SWCT_API uint32_t Swct_SwitchPort_GetIngressFiltering(uint8_t bSlot, uint8_t bPo
 SWCT_API uint32_t Swct_SwitchPort_GetL2PortType(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* 0 hides the port and leaves its other fields. */
 SWCT_API void Swct_SwitchPort_SetL2PortType(uint8_t bSlot, uint8_t bPort, uint32_t dwType) SWCT_NOEXCEPT;
+/* The provider-bridge port type, SWCT_PB_PORT_*. */
 SWCT_API uint32_t Swct_GetPbPortType(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT; /* 0 when the port does not exist */
 SWCT_API void Swct_SwitchPort_SetPbPortType(uint8_t bSlot, uint8_t bPort, uint32_t dwType) SWCT_NOEXCEPT;
+/* The stored enumeration. */
 SWCT_API uint32_t Swct_GetL2PortVlanEtherTypeEnum(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* Enumeration 1: 0x8100, 2: 0xFFFF, 3: 0x88A8, 4: 0x9100, 5: 0x9200, 6: 0x9300, any other: 0x88A8.  Bad key: 0x8100. */
 SWCT_API uint16_t Swct_GetL2PortVlanEtherType(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;

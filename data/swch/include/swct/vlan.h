@@ -43,8 +43,10 @@ SWCT_API SwctVlan* Swct_GetVlanWPtr(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_DoesVlanExist(uint16_t wVlanId) SWCT_NOEXCEPT;
 /* The low byte of dwVlanIf of an existing VLAN, else 0. */
 SWCT_API uint32_t Swct_DoesVlanIfExist(uint16_t wVlanId) SWCT_NOEXCEPT;
+/* The usage counter of an existing VLAN: whether it is not 0, and its value. */
 SWCT_API uint32_t Swct_DoesVlanHaveQinQPortsOrPeps(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_GetVlanNbrOfQinQOrPep(uint16_t wVlanId) SWCT_NOEXCEPT;
+/* The number of VLANs created and not deleted. */
 SWCT_API uint16_t Swct_GetNbrOfPopulatedVlans(void) SWCT_NOEXCEPT;
 /* Clears the 512-byte bitmap and sets the bit of every existing VLAN, 1 to 4095. */
 SWCT_API void Swct_GetConfiguredVlans(uint8_t* pBitmap) SWCT_NOEXCEPT;

@@ -66,7 +66,7 @@ SWCT_API uint32_t Swct_IsPortConnectedToAnyQinQPortOrPep(uint8_t bSlot, uint8_t 
 /* 1 and the first VLAN in which the port is untagged; else 0 and 4095.  'pwVlanId' may be null.  Reads the write view
  * if there is one, else the read view. */
 SWCT_API uint32_t Swct_PortUsedUnTaggedInAnyVlan(uint8_t bSlot, uint8_t bPort, uint16_t* pwVlanId) SWCT_NOEXCEPT;
-/* All VLANs of the port; a 4095th is left out. */
+/* All VLANs of the port; a 4095th is left out.  A bad key clears the list. */
 SWCT_API void Swct_GetVlansWithPortAsMember(uint8_t bSlot, uint8_t bPort, SwctVlanIdList* pList) SWCT_NOEXCEPT;
 
 /* The ports of one VLAN, slots 1 to 3 and ports 1 to 5 ascending. */
@@ -75,6 +75,7 @@ SWCT_API uint32_t Swct_DoesVlanHavePorts(SwctVlanMoid sMoid) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_IsAllVlanPortsTagged(uint16_t wVlanId) SWCT_NOEXCEPT;
 /* Clears the list, then adds the members of an existing VLAN. */
 SWCT_API void Swct_GetPortMembersOfVlan(uint16_t wVlanId, SwctPortList* pPortList) SWCT_NOEXCEPT;
+/* Whether an existing VLAN has a member port in the slot. */
 SWCT_API uint32_t Swct_VlanPortsInSlot(uint8_t bSlot, uint16_t wVlanId) SWCT_NOEXCEPT;
 /* Whether a port of the slot is a member of any VLAN; traces a negative answer at level 7. */
 SWCT_API uint32_t Swct_SlotIsUsedForVlan(uint8_t bSlot) SWCT_NOEXCEPT;
