@@ -1,0 +1,21 @@
+// The tool's loader: any text is a configuration or a list of faults.
+#include <cstdint>
+#include <string_view>
+
+#include "config/configuration.h"
+
+extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, std::size_t size)
+{
+    const std::string_view text(reinterpret_cast<const char*>(pBytes), size);
+    for (const tool::Strictness strictness : {tool::Strictness::kStrict, tool::Strictness::kLenient}) {
+        const tool::ParseResult result = tool::Parse(text, strictness);
+        if (result.nrOfErrors == 0) {
+            // What was accepted survives being written and read again.
+            const std::string written = tool::ToText(result.configuration);
+            if (tool::ToText(tool::Parse(written, strictness).configuration) != written) {
+                __builtin_trap();
+            }
+        }
+    }
+    return 0;
+}
