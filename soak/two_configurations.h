@@ -1,0 +1,210 @@
+// two_configurations.h - two configurations that a writer pushes in turn, and what a reader beside it may find.
+#pragma once
+
+#include <algorithm>
+#include <cstddef>
+#include <cstdio>
+#include <cstring>
+#include <utility>
+#include <vector>
+
+#include "region/region_record.h"
+#include "swct/swct.h"
+
+// A whole configuration as the requests of one push, in their order.
+using Configuration = std::vector<std::pair<uint16_t, std::vector<uint8_t>>>;
+
+template <class Record>
+void Add(Configuration& requests, const Record& sRecord)
+{
+    const auto* pBytes = reinterpret_cast<const uint8_t*>(&sRecord);
+    requests.back().second.insert(requests.back().second.end(), pBytes, pBytes + sizeof sRecord);
+}
+
+template <class Record>
+Record Filled(int variant)
+{
+    Record sRecord;
+    std::memset(static_cast<void*>(&sRecord), 0x51 + 0x22 * variant, sizeof sRecord);
+    return sRecord;
+}
+
+// 'variant' 0 and 1 differ in all values, and in the types of two ports.
+inline Configuration MakeConfiguration(int variant)
+{
+    const unsigned ceps = variant == 0 ? 6 : 8;
+    const auto wBase = static_cast<uint16_t>(variant == 0 ? 100 : 120);
+    Configuration requests;
+    const auto begin = [&](uint16_t wClass) { requests.emplace_back(wClass, std::vector<uint8_t>()); };
+    const auto forPorts = [&](unsigned from, unsigned to, auto act) {
+        for (unsigned i = from; i < to; ++i) {
+            act(static_cast<uint8_t>(i / 5 + 1), static_cast<uint8_t>(i % 5 + 1), i);
+        }
+        Add(requests, uint64_t{0}); // the terminator, and more
+        Add(requests, uint64_t{0});
+    };
+    const auto forVlans = [&](auto act) {
+        for (auto wVlanId = static_cast<uint16_t>(wBase - 50); wVlanId < wBase + 100; ++wVlanId) {
+            act(wVlanId);
+        }
+        Add(requests, uint64_t{0});
+    };
+    begin(177);
+    forPorts(0, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
+        auto sPort = Filled<SwctSwitchPort>(variant);
+        sPort.dwPbPortType = i < ceps ? 3U : i % 2 + 1;
+        sPort.dwIngressFiltering = 2;
+        Add(requests, SwctSwitchPortRecord{{177, bSlot, bPort}, sPort});
+    });
+    begin(205);
+    forVlans([&](uint16_t wVlanId) {
+        auto sVlan = Filled<SwctVlan>(variant);
+        sVlan.wVlanId = wVlanId;
+        sVlan.dwRowState = 1;
+        Add(requests, SwctVlanRecord{{205, wVlanId}, sVlan});
+    });
+    begin(469);
+    forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        for (uint16_t wIndex = 1; wIndex <= 16; ++wIndex) {
+            auto sPep = Filled<SwctProviderEdgePort>(variant);
+            sPep.wSvid = static_cast<uint16_t>(wBase + wIndex);
+            Add(requests, SwctProviderEdgePortRecord{{469, bSlot, bPort, wIndex}, sPep});
+        }
+    });
+    begin(514);
+    forPorts(0, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
+        auto sQinQ = Filled<SwctQinQPort>(variant);
+        sQinQ.wProviderTagVid = static_cast<uint16_t>(wBase + i);
+        Add(requests, SwctQinQPortRecord{{514, bSlot, bPort}, sQinQ});
+    });
+    begin(369);
+    forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        for (uint16_t wCVid = 1; wCVid <= 200; ++wCVid) {
+            auto sRecord = Filled<SwctCVidRegistration>(variant);
+            sRecord.wCVid = wCVid;
+            sRecord.wSvid = static_cast<uint16_t>(wBase + 1 + wCVid % 16);
+            Add(requests, SwctCVidRegistrationRecord{{369, bSlot, bPort, wCVid}, sRecord});
+        }
+    });
+    begin(176);
+    auto sSwitch = Filled<SwctSwitchAttributes>(variant);
+    sSwitch.dwSwitchMode = 1;
+    Add(requests, sSwitch);
+    begin(206);
+    forVlans([&](uint16_t wVlanId) {
+        const SwctVlanPortAttributes sBody{1, 1, 1, variant + 1U};
+        Add(requests, SwctVlanPortRecord{{206, wVlanId, static_cast<uint8_t>(wVlanId % 3 + 1), 1}, sBody});
+    });
+    begin(427);
+    forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        for (unsigned i = 0; i < 16 * 8; ++i) {
+            const uint32_t dwPriority = i % 8 + 1;
+            Add(requests,
+                SwctServicePriorityRegenerationRecord{{427, bSlot, bPort, static_cast<uint16_t>(i / 8 + 1), dwPriority},
+                                                      {dwPriority, variant == 0 ? dwPriority : 9 - dwPriority}});
+        }
+    });
+    begin(437);
+    forPorts(ceps, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        for (uint16_t wLocalVid = 1; wLocalVid <= 100; ++wLocalVid) {
+            auto sRecord = Filled<SwctVidTranslation>(variant);
+            sRecord.wLocalVid = wLocalVid;
+            sRecord.wRelayVid = static_cast<uint16_t>(wBase + wLocalVid);
+            Add(requests, SwctVidTranslationRecord{{437, bSlot, bPort, wLocalVid}, sRecord});
+        }
+    });
+    begin(538);
+    forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        Add(requests, SwctDefaultCVidRegistrationRecord{{538, bSlot, bPort}, {wBase, 1}});
+    });
+    begin(769);
+    forVlans([&](uint16_t wVlanId) {
+        Add(requests, SwctVlanIfInnerTagRecord{{769, wVlanId}, Filled<SwctVlanIfInnerTag>(variant)});
+    });
+    begin(867);
+    Add(requests, variant + 1U);
+    return requests;
+}
+
+inline const Configuration kConfigurations[] = {MakeConfiguration(0), MakeConfiguration(1)};
+
+inline void PushConfiguration(int variant)
+{
+    for (const auto& request : kConfigurations[variant]) {
+        Swct_SetConfig(request.first, request.second.data());
+    }
+}
+
+inline const uint8_t* RegionBytes()
+{
+    return reinterpret_cast<const uint8_t*>(Swct_GetVlanEntryRPtr(1)) - offsetof(SwctData, sVlan);
+}
+
+inline bool IsRegionEqualTo(const SwctData& sImage)
+{
+    return std::memcmp(RegionBytes(), reinterpret_cast<const uint8_t*>(&sImage), sizeof sImage) == 0;
+}
+
+// Creates the region, pushes the configurations in turn, and takes both images; 0 when they come out the same again.
+inline int MakeImages(SwctData (&aImage)[2])
+{
+    Swct_Init();
+    for (int push = 0; push < 4; ++push) {
+        PushConfiguration(push % 2);
+        std::memcpy(static_cast<void*>(&aImage[push % 2]), RegionBytes(), sizeof(SwctData));
+    }
+    PushConfiguration(0);
+    return IsRegionEqualTo(aImage[0]) ? 0 : 1;
+}
+
+// What a byte may be while the configurations are pushed in turn.
+enum Rule : uint8_t {
+    kEither = 0, // as in one of the images, or cleared
+    kCount,      // counted up to that
+    kBits        // 3-bit fields, stored one by one
+};
+
+inline void SetRules(uint8_t* pRules)
+{
+    const auto set = [pRules](std::size_t offset, std::size_t size, Rule eRule) {
+        std::memset(pRules + offset, eRule, size);
+    };
+    set(offsetof(SwctData, wNbrOfPopulatedVlans), 2, kCount);
+    for (std::size_t i = 0; i < SWCT_VLAN_MAX; ++i) {
+        set(offsetof(SwctData, sVlan) + i * sizeof(SwctVlanEntry) + offsetof(SwctVlanEntry, dwNbrOfQinQOrPep), 4,
+            kCount);
+    }
+    for (std::size_t i = 0; i < 15; ++i) {
+        const std::size_t port = offsetof(SwctData, sPbData) + i * sizeof(SwctPbData);
+        set(port + offsetof(SwctCepData, awNbrOfCVidInPep), sizeof(SwctCepData::awNbrOfCVidInPep), kCount);
+        set(port + offsetof(SwctCepData, adwServicePriorityRegeneration),
+            sizeof(SwctCepData::adwServicePriorityRegeneration), kBits);
+    }
+}
+
+inline bool IsPossible(uint8_t bRead, uint8_t bFirst, uint8_t bSecond, uint8_t bRule)
+{
+    switch (bRule) {
+    case kCount:
+        return bRead <= std::max(bFirst, bSecond);
+    case kBits:
+        return ((bRead ^ bFirst) & (bRead ^ bSecond)) == 0;
+    default:
+        return bRead == bFirst || bRead == bSecond || bRead == 0;
+    }
+}
+
+inline bool AreBytesPossible(const SwctData (&aImage)[2], const uint8_t* pRules)
+{
+    static uint8_t abRead[sizeof(SwctData)];
+    std::memcpy(abRead, RegionBytes(), sizeof abRead);
+    const auto* pFirst = reinterpret_cast<const uint8_t*>(&aImage[0]);
+    const auto* pSecond = reinterpret_cast<const uint8_t*>(&aImage[1]);
+    for (std::size_t i = 0; i < sizeof abRead; ++i) {
+        if (!IsPossible(abRead[i], pFirst[i], pSecond[i], pRules[i])) {
+            std::fprintf(stderr, "offset %zu: read %u, configured %u or %u\n", i, abRead[i], pFirst[i], pSecond[i]);
+            return false;
+        }
+    }
+    return true;
+}

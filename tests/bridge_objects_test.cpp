@@ -1,0 +1,417 @@
+// VID translations, provider edge ports, their priorities, C-VLAN questions, and the VLANs of a port as a bitmap.
+#include "bridge_fixture.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+constexpr SwctVidTranslationMoid TranslationMoid(uint8_t bSlot, uint8_t bPort, uint16_t wLocalVid)
+{
+    return {SWCT_CLASS_VID_TRANSLATION, bSlot, bPort, wLocalVid};
+}
+
+constexpr SwctProviderEdgePortMoid PepMoid(uint8_t bSlot, uint8_t bPort, uint16_t wPepIndex)
+{
+    return {SWCT_CLASS_PROVIDER_EDGE_PORT, bSlot, bPort, wPepIndex};
+}
+
+constexpr SwctServicePriorityRegenerationMoid PriorityMoid(uint8_t bSlot, uint8_t bPort, uint16_t wPepIndex,
+                                                           uint32_t dwPriority)
+{
+    return {SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, bSlot, bPort, wPepIndex, dwPriority};
+}
+
+using TranslationTest = BridgeTest;
+using PepTest = BridgeTest;
+using CVlanTest = BridgeTest;
+using PortBitmapTest = BridgeTest;
+
+TEST_F(TranslationTest, EveryOperationKnowsItsPort)
+{
+    static constexpr SwctVidTranslation kRecord{9, 9, {1}, 9};
+    AddPort(1, 1, 2);
+    Translate(1, 1, kKey, kKey);
+    Translate(1, 1, kKey + 1, kKey);
+    const std::string before = Region();
+    Swct_WriteVidTranslation(TranslationMoid(1, 1, 9), nullptr);
+    EXPECT_TRUE(Region() == before);
+    CheckChangesByType({CHANGE(Swct_CreateVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
+                        CHANGE(Swct_WriteVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
+                        CHANGE(Swct_DeleteVidTranslation(TranslationMoid(bSlot, bPort, wKey)))});
+    Swct_CdbmOpen();
+    constexpr KeyedCall kQuestions[] = {
+        ASK(0, Swct_IsCnp(bSlot, bPort)),
+        ASK(0, Swct_DoesSwitchPortHaveVidTranslationChildren(bSlot, bPort)),
+        ASK(0, Swct_DoesVidTranslationExist(TranslationMoid(bSlot, bPort, wKey))),
+        ASK(0, Swct_VidTranslation_GetRelayVid(TranslationMoid(bSlot, bPort, wKey))),
+        ASK(kUntouched, FILL(SwctVidTranslation, Swct_ReadVidTranslation(TranslationMoid(bSlot, bPort, wKey), p))),
+        ASK(0, FILL(uint16_t, Swct_GetRelayVidOfLocalVid(bSlot, bPort, wKey, p))),
+        ASK(0, FILL(uint16_t, Swct_GetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(0, FILL(uint16_t, Swct_GetSecondLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(0, FILL(uint16_t, Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(0, Swct_SpeedUpDoesVidTranslationOnPort(bSlot, bPort, wKey)),
+        ASK(0, Swct_DoesVlanHaveVidTranslationsOnPort({0, wKey}, bSlot, bPort)),
+    };
+    Swct_SwitchPort_SetPbPortType(1, 1, 3);
+    for (const KeyedCall& question : kQuestions) {
+        EXPECT_EQ(question.call(1, 1, kKey), question.absent) << question.pName << " on a CEP";
+    }
+    RestoreRegion(before);
+    CheckQuestions(kQuestions, 1, 1);
+    EXPECT_EQ(Swct_DoesVlanHaveVidTranslations({0, kKey}), 0U);
+}
+
+TEST_F(TranslationTest, TheIndexEntryIsTheLastWritten)
+{
+    AddPort(3, 2, 1);
+    const auto index = [](uint16_t wRelayVid) {
+        return FILL(uint16_t, Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(3, 2, wRelayVid, p));
+    };
+    const auto lowest = [](auto get) { return FILL(uint16_t, get(3, 2, 100, p)); };
+    Translate(3, 2, 10, 100);
+    EXPECT_EQ(lowest(Swct_GetSecondLowestLocalVidTranslatedToRelayVid), 0);
+    Translate(3, 2, 5, 100);
+    EXPECT_EQ(index(100), 5);
+    Translate(3, 2, 10, 100);
+    EXPECT_EQ(index(100), 10);
+    EXPECT_EQ(lowest(Swct_GetLowestLocalVidTranslatedToRelayVid), 5);
+    EXPECT_EQ(lowest(Swct_GetSecondLowestLocalVidTranslatedToRelayVid), 10);
+    Swct_DeleteVidTranslation(TranslationMoid(3, 2, 5));
+    EXPECT_EQ(Swct_SpeedUpDoesVidTranslationOnPort(3, 2, 100), 0U) << "though 10 remains";
+    EXPECT_EQ(Swct_DoesVlanHaveVidTranslationsOnPort({0, 100}, 3, 2), 1U);
+    // The record's own local VID is indexed, under relay VIDs of the table only, whatever lies around it.
+    std::memset(reinterpret_cast<uint8_t*>(&Cep(3, 2)) + sizeof(SwctNetworkPortData), 0xFF, 2);
+    for (const uint16_t wRelayVid : Vids{4094, 0, 4095, 65535}) {
+        const SwctVidTranslation sRecord{77, wRelayVid, {}, 0xFFFFFFFF};
+        Swct_WriteVidTranslation(TranslationMoid(3, 2, 4094), &sRecord);
+        EXPECT_EQ(index(wRelayVid), wRelayVid == 4094 ? 77 : 0) << wRelayVid;
+    }
+    // In another switch mode the object does not exist, so that its index entry stays.
+    Translate(3, 2, 20, 200);
+    Swct_Switch_SetSwitchMode(2);
+    Swct_DeleteVidTranslation(TranslationMoid(3, 2, 20));
+    EXPECT_EQ(index(200), 20);
+}
+
+TEST_F(TranslationTest, ObjectsAndVlans)
+{
+    AddPort(1, 1, 1);
+    AddPort(1, 2, 3);
+    AddPort(2, 5, 2);
+    AddPort(3, 1, 1);
+    Translate(1, 1, 4094, 100);
+    Translate(2, 5, 1, 200);
+    Translate(3, 1, 2, 300);
+    EXPECT_THAT(Walk(Swct_VidTranslationMoidIterator, TranslationMoid(0, 0, 0)),
+                ElementsAre("437:1/1/4094", "437:2/5/1", "437:3/1/2"));
+    EXPECT_EQ(Swct_VidTranslationMoidIterator(nullptr), nullptr);
+    EXPECT_EQ(Swct_DoesVlanHaveVidTranslations({0, 300}), 1U);
+    EXPECT_EQ(Swct_DoesVlanHaveVidTranslations({0, 301}) + Swct_DoesVlanHaveVidTranslations({0, 0}), 0U);
+    EXPECT_EQ(Swct_DoesVlanHaveVidTranslationsOnPort({0, 300}, 2, 5), 0U);
+    struct Case {
+        uint8_t bSlot, bPort;
+        uint16_t wLocalVid;
+        uint32_t dwResult;
+    };
+    SwctVidTranslationMoid sMoid{};
+    for (const Case& c : {Case{1, 1, 4094, 20011}, Case{1, 1, 4095, 20018}, Case{1, 2, 5, 20018}, Case{2, 5, 2, 0}}) {
+        EXPECT_EQ(Swct_GetFreeVidTranslationMoid(c.bSlot, c.bPort, c.wLocalVid, &sMoid), c.dwResult) << c.wLocalVid;
+    }
+    EXPECT_EQ(Text(&sMoid), "437:2/5/2");
+    EXPECT_EQ(Swct_GetFreeVidTranslationMoid(2, 5, 2, nullptr), 20018U);
+    const SwctVidTranslationMoid sAny = TranslationMoid(2, 0, 0), sOther = TranslationMoid(2, 5, 3);
+    EXPECT_EQ(Swct_VidTranslationMoidFilter(&sMoid, &sAny), 1U);
+    EXPECT_EQ(Swct_VidTranslationMoidFilter(&sMoid, &sOther) + Swct_VidTranslationMoidFilter(&sMoid, nullptr), 0U);
+}
+
+TEST_F(PepTest, EveryOperationKnowsItsPort)
+{
+    static constexpr SwctProviderEdgePort kPep{9, {1}};
+    static constexpr SwctServicePriorityRegeneration kPriority{1, 8};
+    AddPort(1, 1, 3);
+    AddPep(1, 1, kKey, kKey);
+    Register(1, 1, 1, kKey);
+    Swct_CreateServicePriorityRegenerationChildren(PepMoid(1, 1, kKey));
+    const std::string before = Region();
+    Swct_CreateProviderEdgePort(PepMoid(1, 1, kKey), nullptr);
+    Swct_WriteServicePriorityRegeneration(PriorityMoid(1, 1, kKey, 1), nullptr);
+    EXPECT_TRUE(Region() == before);
+    CheckChangesByType(
+        {CHANGE(Swct_CreateProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
+         CHANGE(Swct_WriteProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
+         CHANGE(Swct_DeleteProviderEdgePort(PepMoid(bSlot, bPort, wKey))),
+         CHANGE(Swct_CreateServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), &kPriority)),
+         CHANGE(Swct_WriteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey), &kPriority)),
+         CHANGE(Swct_DeleteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey))),
+         CHANGE(Swct_DeleteServicePriorityRegenerationChildren(PepMoid(bSlot, bPort, wKey)))});
+    Swct_CdbmOpen();
+    using Priority = SwctServicePriorityRegeneration;
+    CheckQuestions(
+        {ASK(0, Swct_DoesProviderEdgePortExist(PepMoid(bSlot, bPort, wKey))),
+         ASK(0, Swct_ProviderEdgePort_GetSVid(PepMoid(bSlot, bPort, wKey))),
+         ASK(kUntouched, FILL(SwctProviderEdgePort, Swct_ReadProviderEdgePort(PepMoid(bSlot, bPort, wKey), p))),
+         ASK(kUntouched, FILL(SwctProviderEdgePort, Swct_GetProviderEdgePort(bSlot, bPort, wKey, p))),
+         ASK(kUntouched, FILL(SwctProviderEdgePortMoid, Swct_GetProviderEdgePortMoidForSVid(bSlot, bPort, wKey, p))),
+         ASK(0, Swct_GetNumberOfPepInCep(bSlot, bPort)), ASK(0, Swct_GetCepSVlanList(bSlot, bPort, Bitmap(0).abBits)),
+         ASK(0, Swct_DoesPepExistForPortVid(bSlot, bPort, wKey)),
+         ASK(0, Swct_DoesServicePriorityRegenerationExist(PriorityMoid(bSlot, bPort, kKey, wKey))),
+         ASK(kUntouched, FILL(Priority, Swct_ReadServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), p))),
+         ASK(0, Swct_GetServicePriority(bSlot, bPort, kKey, wKey))},
+        1, 1);
+    const SwctProviderEdgePortMoid sStart = PepMoid(0, 0, 0);
+    EXPECT_EQ(Swct_GetNextPepConnectedToSvid(&sStart, kKey), nullptr);
+    EXPECT_THAT(Walk(Swct_ServicePriorityRegenerationMoidIterator, PriorityMoid(0, 0, 0, 0)), IsEmpty());
+}
+
+TEST_F(PepTest, CreateAndDeleteKeepTheIndexAndZeroTheSummary)
+{
+    AddPort(1, 1, 3);
+    AddPep(1, 1, 4, 300);
+    Register(1, 1, 7, 300);
+    SwctCepData& sCep = Cep(1, 1);
+    const SwctProviderEdgePort sRecord{301, {1, 2, 3, 4, 5, 6, 7, 8, 9, 10, 11, 12, 13, 14}};
+    Swct_WriteProviderEdgePort(PepMoid(1, 1, 4), &sRecord);
+    EXPECT_EQ(sCep.awPepIndexBySvid[299] * 100 + sCep.awPepIndexBySvid[300], 404) << "the former entry stays";
+    EXPECT_EQ(sCep.awNbrOfCVidInPep[3] * 100 + sCep.awFirstCVidInPep[3], 107) << "so does the summary";
+    SwctProviderEdgePort sRead{};
+    EXPECT_EQ(Swct_GetProviderEdgePort(1, 1, 301, &sRead), 1U);
+    EXPECT_EQ(std::memcmp(&sRead, &sRecord, sizeof sRead), 0);
+    AddPep(1, 1, 4, 4095); // indexed, but lookups end at 4094
+    EXPECT_EQ(+sCep.awPepIndexBySvid[4094], 4);
+    EXPECT_EQ(Swct_GetProviderEdgePort(1, 1, 4095, &sRead), 0U);
+    EXPECT_EQ(sCep.awNbrOfCVidInPep[3] + sCep.awFirstCVidInPep[3], 0);
+    EXPECT_EQ(Swct_DoesPepExistForPortVid(1, 1, 4095), 1U);
+    EXPECT_EQ(Swct_DoesPepExistForPortVid(1, 1, 0), 0U);
+    Register(1, 1, 8, 4095);
+    EXPECT_EQ(+sCep.awNbrOfCVidInPep[3], 1);
+    for (const unsigned level : {5U, 6U}) {
+        DBG_SWCH = level;
+        Swct_DeleteProviderEdgePort(PepMoid(1, 1, 4));
+    }
+    Swct_DeleteProviderEdgePort(PepMoid(9, 8, 17));
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(Debug(6, "Swct_DeleteProviderEdgePort", "Slot 1 Port 1 Index 4"),
+                            Debug(6, "Swct_DeleteProviderEdgePort", "Slot 9 Port 8 Index 17")));
+    EXPECT_EQ(sCep.awPepIndexBySvid[4094] + sCep.awNbrOfCVidInPep[3] + sCep.awFirstCVidInPep[3], 0);
+    AddPep(1, 1, 1, 4096); // in use, but no S-VID of any table
+    Bitmap bitmap(0xFF);
+    EXPECT_EQ(Swct_GetNumberOfPepInCep(1, 1), 1U);
+    EXPECT_EQ(Swct_GetCepSVlanList(1, 1, bitmap.abBits), 0U);
+    EXPECT_THAT(bitmap.Bits(), IsEmpty());
+}
+
+TEST_F(PepTest, FreeIndexesWalksAndNeighbours)
+{
+    SwctProviderEdgePortMoid sMoid{};
+    EXPECT_EQ(Swct_GetFreeProviderEdgePortMoid(1, 1, &sMoid), 0U); // no CEP, so no index is taken
+    EXPECT_EQ(Text(&sMoid), "469:1/1/1");
+    AddPort(1, 1, 3);
+    AddPort(2, 3, 3);
+    AddPort(3, 3, 3);
+    for (uint16_t wIndex = 1; wIndex <= 16; ++wIndex) {
+        EXPECT_EQ(Swct_GetFreeProviderEdgePortMoid(2, 3, &sMoid), 0U);
+        EXPECT_EQ(+sMoid.wPepIndex, wIndex);
+        AddPep(2, 3, wIndex, static_cast<uint16_t>(wIndex + 100));
+    }
+    EXPECT_EQ(Swct_GetFreeProviderEdgePortMoid(2, 3, &sMoid), 10000U);
+    EXPECT_EQ(Swct_GetNumberOfPepInCep(2, 3), 16U);
+    AddPep(1, 1, 16, 116);
+    AddPep(3, 3, 2, 116);
+    EXPECT_EQ(Walk(Swct_ProviderEdgePortMoidIterator, PepMoid(0, 0, 0)).size(), 18U);
+    EXPECT_THAT(Walk(Swct_ProviderEdgePortMoidIterator, PepMoid(2, 3, 15)), ElementsAre("469:2/3/16", "469:3/3/2"));
+    const auto nextOf116 = [](const SwctProviderEdgePortMoid* pMoid) {
+        return Swct_GetNextPepConnectedToSvid(pMoid, 116);
+    };
+    EXPECT_THAT(Walk(nextOf116, PepMoid(0, 0, 0)), ElementsAre("469:1/1/16", "469:2/3/16", "469:3/3/2"));
+    for (const uint16_t wSvid : kBadKeys) {
+        const SwctProviderEdgePortMoid sStart = PepMoid(0, 0, 0);
+        EXPECT_EQ(Swct_GetNextPepConnectedToSvid(&sStart, wSvid), nullptr);
+    }
+    Bitmap bitmap(0xFF);
+    EXPECT_EQ(Swct_GetCepSVlanList(3, 3, bitmap.abBits), 1U);
+    EXPECT_THAT(bitmap.Bits(), ElementsAre(116U));
+    // The Moid of an S-VID is found whatever the port's type, a spoilt index entry is not.
+    Swct_SwitchPort_SetPbPortType(3, 3, 1);
+    EXPECT_EQ(Swct_GetProviderEdgePortMoidForSVid(3, 3, 116, &sMoid), 1U);
+    EXPECT_EQ(Text(&sMoid), "469:3/3/2");
+    SwctProviderEdgePort sRecord;
+    for (const uint16_t wSpoilt : Vids{17, 65535}) {
+        Cep(2, 3).awPepIndexBySvid[99] = wSpoilt;
+        EXPECT_EQ(Swct_GetProviderEdgePortMoidForSVid(2, 3, 100, &sMoid), 0U);
+        EXPECT_EQ(Swct_GetProviderEdgePort(2, 3, 100, &sRecord), 0U);
+    }
+    const SwctProviderEdgePortMoid sAny = PepMoid(0, 3, 2), sOther = PepMoid(0, 3, 1);
+    EXPECT_EQ(Swct_ProviderEdgePortMoidFilter(&sMoid, &sAny), 1U);
+    EXPECT_EQ(Swct_ProviderEdgePortMoidFilter(&sMoid, &sOther), 0U);
+}
+
+TEST_F(PepTest, PrioritiesShareAWord)
+{
+    AddPort(1, 1, 3);
+    AddPep(1, 1, 2, 100);
+    Cep(1, 1).adwServicePriorityRegeneration[1] = 0xFF000000; // the unused bits stay
+    const auto word = []() -> uint32_t { return Cep(1, 1).adwServicePriorityRegeneration[1]; };
+    Swct_CreateServicePriorityRegenerationChildren(PepMoid(1, 1, 2));
+    EXPECT_EQ(word(), 0xFFFAC688U);
+    struct Case {
+        uint32_t dwPriority, dwRegenerated, dwWord;
+    };
+    for (const Case& c : {Case{8, 3, 0xFF5AC688}, Case{1, 8, 0xFFFAC68F}, Case{5, 0, 0xFFFAF688}, // 3 bits of -1
+                          Case{5, 10, 0xFFFA9688}, Case{9, 1, 0xFFFAC688}, Case{0, 1, 0xFFFAC688}}) {
+        const SwctServicePriorityRegeneration sRecord{99, c.dwRegenerated}; // the key is the Moid's
+        Swct_WriteServicePriorityRegeneration(PriorityMoid(1, 1, 2, c.dwPriority), &sRecord);
+        EXPECT_EQ(word(), c.dwWord) << c.dwPriority << " to " << c.dwRegenerated;
+        Swct_CreateServicePriorityRegenerationChildren(PepMoid(1, 1, 2));
+    }
+    Swct_DeleteServicePriorityRegeneration(PriorityMoid(1, 1, 2, 5));
+    for (uint32_t dwPriority = 1; dwPriority <= 8; ++dwPriority) {
+        EXPECT_EQ(Swct_GetServicePriority(1, 1, 100, dwPriority), dwPriority == 5 ? 1 : dwPriority);
+    }
+    Swct_DeleteServicePriorityRegenerationChildren(PepMoid(1, 1, 2));
+    EXPECT_EQ(word(), 0xFF000000U);
+}
+
+TEST_F(PepTest, PriorityErrorsAndWalk)
+{
+    AddPort(1, 1, 3);
+    AddPort(3, 5, 3);
+    AddPep(1, 1, 2, 100);
+    AddPep(3, 5, 16, 100);
+    EXPECT_EQ(Swct_GetServicePriority(1, 1, 4095, 1) + Swct_GetServicePriority(1, 1, 100, 9), 0U);
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(Error(2, "Swct_GetServicePriority", "PEP mot found for port 1/1/4095"),
+                            Error(2, "Swct_GetServicePriority",
+                                  "Swct_ReadServicePriorityRegeneration returned wrong answer!")));
+    const std::vector<std::string> all = Walk(Swct_ServicePriorityRegenerationMoidIterator, PriorityMoid(0, 0, 0, 0));
+    ASSERT_EQ(all.size(), 16U);
+    EXPECT_EQ(all[7] + " " + all[8], "427:1/1/2/8 427:3/5/16/1");
+    using Step = std::pair<SwctServicePriorityRegenerationMoid, const char*>;
+    for (const auto& [sPrevious, pNext] :
+         {Step{PriorityMoid(1, 1, 2, 0xFFFFFFFF), "427:3/5/16/1"}, Step{PriorityMoid(1, 1, 0, 3), "427:1/1/2/1"},
+          Step{PriorityMoid(2, 2, 9, 0), "427:2/2/9/1"}}) { // no test of the PEP
+        EXPECT_EQ(Text(Swct_ServicePriorityRegenerationMoidIterator(&sPrevious)), pNext) << Text(&sPrevious);
+    }
+    const SwctServicePriorityRegenerationMoid sMoid = PriorityMoid(1, 2, 3, 4), sOther = PriorityMoid(0, 0, 0, 5),
+                                              sAny = PriorityMoid(0, 0, 3, 4);
+    EXPECT_EQ(Swct_ServicePriorityRegenerationMoidFilter(&sMoid, &sAny), 1U);
+    EXPECT_EQ(Swct_ServicePriorityRegenerationMoidFilter(&sMoid, &sOther), 0U);
+}
+
+TEST_F(CVlanTest, QuestionsOverTheRegistrationsOfCeps)
+{
+    AddPort(1, 1, 3);
+    AddPort(1, 2, 3);
+    Swct_SwitchPort_SetPbPortType(3, 5, 3);
+    Register(1, 1, 20, 100, 30);
+    Register(1, 1, 7, 100, 30);
+    Register(1, 1, 4094, 200);
+    Register(1, 2, 8, 300, 31);
+    Swct_SwitchPort_SetPbPortType(1, 2, 1);          // a PNP: its registrations are no longer seen
+    Cep(1, 1).aCVidRegistration[20].wRelayCVid = 32; // in force only with its flag, and of a record in use
+    Cep(1, 1).aCVidRegistration[21].boRelayCVid = 1;
+    Cep(3, 5).aCVidRegistration[8] = {9, 400, 0, 0, 33, 1, {}}; // a stored type is enough
+    for (const uint16_t wCVid : Vids{20, 9, 4094, 8, 21, 0, 4095, 65535}) {
+        EXPECT_EQ(Swct_DoesCVlanExist(wCVid), wCVid == 20 || wCVid == 9 || wCVid == 4094 ? 1U : 0U) << wCVid;
+    }
+    for (const uint16_t wRelay : Vids{30, 31, 32, 0, 33, 65535}) {
+        const uint16_t wCVid = wRelay == 30 ? 7 : 0;
+        EXPECT_EQ(Swct_GetCVlanFromRelayCVlanId(1, 1, wRelay), wCVid) << wRelay;
+        EXPECT_EQ(Swct_IsPortMemberOfRelayCVlanId(1, 1, wRelay), wCVid != 0 ? 1U : 0U) << wRelay;
+        EXPECT_EQ(Swct_DoesRelayedCVlanExist(wRelay), wRelay == 30 || wRelay == 33 ? 1U : 0U) << wRelay;
+    }
+    EXPECT_EQ(Swct_GetRelayCVlanId(1, 1, 20), 30);
+    EXPECT_EQ(Swct_GetRelayCVlanId(1, 1, 21) + Swct_GetRelayCVlanId(1, 1, 4095) + Swct_GetRelayCVlanId(1, 2, 8), 0);
+    EXPECT_EQ(Swct_DoesSVlanForOnePortExist(300, 1, 2), 0U);
+    EXPECT_EQ(Swct_DoesCepPortInSvlan(300, 1, 2), 1U) << "whatever the port type";
+    EXPECT_EQ(Swct_DoesSVlanForOnePortExist(0, 1, 1) + Swct_DoesCepPortInSvlan(0, 1, 1), 0U);
+    Bitmap bitmap(0xFF);
+    Swct_GetConfiguredCVlans(bitmap.abBits);
+    EXPECT_THAT(bitmap.Bits(), ElementsAre(7U, 9U, 20U, 4094U));
+    Register(1, 1, kKey, kKey, kKey);
+    CheckQuestions(
+        {ASK(0, Swct_DoesCVlanForOnePortExist(wKey, bSlot, bPort)),
+         ASK(0, Swct_IsPortMemberOfCVlanId(bSlot, bPort, wKey)),
+         ASK(0, Swct_DoesSVlanForOnePortExist(wKey, bSlot, bPort)), ASK(0, Swct_DoesCepPortInSvlan(wKey, bSlot, bPort)),
+         ASK(0, Swct_GetRelayCVlanId(bSlot, bPort, wKey)), ASK(0, Swct_IsPortMemberOfRelayCVlanId(bSlot, bPort, wKey)),
+         ASK(0, Swct_GetCVlanFromRelayCVlanId(bSlot, bPort, wKey))},
+        1, 1);
+    Swct_GetConfiguredCVlans(bitmap.abBits);
+    EXPECT_THAT(bitmap.Bits(), IsEmpty());
+    EXPECT_EQ(Swct_DoesCVlanExist(kKey) + Swct_DoesRelayedCVlanExist(kKey), 0U);
+}
+
+TEST_F(PortBitmapTest, MembershipsOfAPortReplaceTheBitmap)
+{
+    for (const uint16_t wVlanId : Vids{1, 8, 9, 4095}) {
+        Swct_GetVlanEntryWPtr(wVlanId)->boExists = wVlanId != 9;
+        Swct_AddVlanPort(wVlanId, 2, 5, wVlanId == 8 ? 2 : 1);
+    }
+    AddPort(2, 5, 1);
+    for (const unsigned level : {3U, 4U}) {
+        DBG_EHSL = level;
+        Bitmap bitmap(0xFF);
+        Swct_GetPortVlanBitMap(2, 5, bitmap.abBits);
+        EXPECT_THAT(bitmap.Bits(), ElementsAre(1U, 8U, 4095U));
+    }
+    const char* pName = "Swct_GetPortVlanBitMap";
+    EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Debug(4, pName, "PTP__GetPortVlanBitMapbSlot(2),bPort(5)."),
+                                                      Debug(4, pName, "pnp or cnp port")));
+    Bitmap bitmap(0xFF);
+    Swct_GetPortVlanBitMap(2, 5, nullptr);
+    Swct_GetPortVlanList(2, 6, bitmap.abBits);
+    EXPECT_THAT(bitmap.Bits(), IsEmpty());
+}
+
+TEST_F(PortBitmapTest, SvidsOfACepAreAddedAscendingAndOnce)
+{
+    AddPort(2, 5, 3);
+    Register(2, 5, 1, 4095);
+    Register(2, 5, 2, 9);
+    Register(2, 5, 4094, 9);
+    Register(2, 5, 5, 4096); // no bit
+    Register(2, 5, 6, 65535);
+    Bitmap bitmap(0);
+    bitmap.abBits[0] = 1 << 4; // set by the caller: kept, not traced
+    DBG_EHSL = 4;
+    Swct_GetPortVlanBitMap(2, 5, bitmap.abBits);
+    EXPECT_THAT(bitmap.Bits(), ElementsAre(4U, 9U, 4095U));
+    const char* pName = "Swct_GetPortVlanBitMap";
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(Debug(4, pName, "PTP__GetPortVlanBitMapbSlot(2),bPort(5)."),
+                            Debug(4, pName, "set cep port bitmap,vlanId(9),slot(2),port(5)"),
+                            Debug(4, pName, "set cep port bitmap,vlanId(4095),slot(2),port(5)")));
+}
+
+TEST_F(PortBitmapTest, PrintedListsAndInterfaces)
+{
+    SwctPortList sList{2, {{1, 2, 9}, {255, 5, 9}}};
+    DBG_SWCH = 7;
+    DBG_EHSL = 3;
+    Swct_PrintPortVlanList(&sList);
+    EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
+    DBG_EHSL = 4;
+    Swct_PrintPortVlanList(nullptr);
+    Swct_PrintPortVlanList(&sList);
+    const char* pName = "Swct_PrintPortVlanList";
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(Debug(4, pName, "Num of Entry in portList(2)."), Debug(4, pName, "slot(1),port(2)."),
+                            Debug(4, pName, "slot(255),port(5).")));
+    sList.bNbrOfPorts = 255;
+    Swct_PrintPortVlanList(&sList);
+    EXPECT_EQ(thePlatform.TakeTraces().size(), 16U);
+    for (const uint16_t wVlanId : Vids{1, 2, 3, 4095}) {
+        Swct_GetVlanEntryWPtr(wVlanId)->boExists = wVlanId != 2;
+        Swct_GetVlanEntryWPtr(wVlanId)->sVlanData.dwVlanIf = wVlanId == 3 ? 2 : 1;
+    }
+    DBG_EHSL = 0;
+    for (const unsigned level : {3U, 4U}) {
+        DBG_SWCH = level;
+        EXPECT_EQ(Swct_GetL3VlanNum(), 2);
+    }
+    EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Debug(4, "Swct_GetL3VlanNum", "number of vlan is 2")));
+    thePlatform.Reset(0xFF);
+    EXPECT_EQ(Swct_GetL3VlanNum(), 0);
+}
+
+} // namespace

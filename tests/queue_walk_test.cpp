@@ -1,0 +1,332 @@
+// Live statistics objects, and the walks over the history records.
+#include <algorithm>
+#include <functional>
+#include <random>
+#include <vector>
+
+#include "history_family.h"
+#include "platform/gt.h"
+
+namespace {
+
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+// ---- live objects
+
+std::string Next(uint8_t bSlot, uint8_t bPort, uint8_t bQueue)
+{
+    const SwctQueueStatisticsMoid sMoid = {1, bSlot, bPort, bQueue};
+    const auto* pNext = Swct_GetNextQueueStatistics(&sMoid);
+    return pNext == nullptr ? "none" : Joined({pNext->wClassId, pNext->bSlot, pNext->bPort, pNext->bQueue});
+}
+
+TEST(QueueStatisticsTest, ThereAre120InOrder)
+{
+    thePlatform.Reset();
+    SwctQueueStatisticsMoid sStart{};
+    const SwctQueueStatisticsMoid* pMoid = Swct_GetNextQueueStatistics(&sStart);
+    const SwctQueueStatisticsMoid* pBuffer = pMoid;
+    for (unsigned i = 0; i < 120; ++i, pMoid = Swct_GetNextQueueStatistics(pMoid)) {
+        ASSERT_EQ(pMoid, pBuffer);
+        EXPECT_EQ((pMoid->bSlot - 1U) * 40 + (pMoid->bPort - 1U) * 8 + pMoid->bQueue - 1U, i);
+    }
+    EXPECT_EQ(pMoid, nullptr);
+    EXPECT_EQ(Swct_GetNextQueueStatistics(nullptr), nullptr);
+}
+
+TEST(QueueStatisticsTest, AnyPreviousPositionHasItsSuccessor)
+{
+    struct Case {
+        uint8_t bFirstSlot, bSlot, bPort, bQueue;
+        const char* pNext;
+    };
+    constexpr Case kCases[] = {{1, 1, 1, 8, "622/1/2/1"},   {1, 1, 5, 8, "622/2/1/1"}, {1, 3, 5, 8, "none"},
+                               {1, 2, 0, 7, "622/2/1/1"},   {1, 2, 3, 0, "622/2/3/1"}, {1, 2, 3, 9, "622/2/4/1"},
+                               {1, 2, 6, 1, "622/3/1/1"},   {1, 4, 1, 1, "none"},      {1, 2, 3, 255, "622/2/3/1"},
+                               {1, 2, 5, 254, "622/3/1/1"}, {1, 255, 9, 9, "none"},    {0, 0, 4, 4, "622/1/1/1"},
+                               {3, 0, 0, 0, "622/3/1/1"},   {4, 0, 0, 0, "none"}};
+    for (const Case& c : kCases) {
+        thePlatform.Reset();
+        thePlatform.firstSlot = c.bFirstSlot;
+        EXPECT_EQ(Next(c.bSlot, c.bPort, c.bQueue), c.pNext) << +c.bSlot << '/' << +c.bPort << '/' << +c.bQueue;
+    }
+    DBG_SWCH = 5;
+    Next(1, 1, 9);
+    DBG_SWCH = 6;
+    Next(1, 1, 9);
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(Debug(6, "Swct_GetNextQueueStatistics", "Swct_GetNextQueueStatistics Queue: 9 \n")));
+}
+
+TEST(QueueStatisticsTest, AFilterComparesTheKeysThatItNames)
+{
+    constexpr SwctQueueStatisticsMoid sMoid = {622, 2, 3, 5};
+    constexpr SwctQueueStatisticsMoid kPassing[] = {{0, 0, 0, 0}, {1, 2, 0, 5}, {0, 2, 3, 5}};
+    constexpr SwctQueueStatisticsMoid kFailing[] = {{622, 1, 3, 5}, {0, 0, 2, 0}, {0, 2, 3, 4}};
+    for (std::size_t i = 0; i < 3; ++i) {
+        EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, &kPassing[i]), 1U);
+        EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, &kFailing[i]), 0U);
+    }
+    EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, nullptr), 0U);
+    EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(nullptr, &sMoid), 0U);
+}
+
+TEST(QueueStatisticsTest, SwitchPortStatisticsAreTheSwitchPorts)
+{
+    thePlatform.Reset();
+    Swct_Init();
+    Swct_SwitchPort_SetL2PortType(2, 4, 1);
+    SwctPortMoid sStart = {177, 0, 0};
+    const SwctPortMoid* pMoid = Swct_SwitchPortStatisticsMoidIterator(&sStart);
+    ASSERT_NE(pMoid, nullptr);
+    EXPECT_EQ(pMoid, Swct_SwitchPortMoidIterator(&sStart));
+    EXPECT_EQ(Swct_DoesSwitchPortStatisticsExist(*pMoid), 1U);
+    EXPECT_EQ(Swct_DoesSwitchPortStatisticsExist({177, 4, 2}), 0U);
+    EXPECT_EQ(Swct_SwitchPortStatisticsMoidIterator(pMoid), nullptr);
+}
+
+// ---- history walks
+
+SwctPortList Lag(uint8_t bCount, uint8_t bSlot, uint8_t bPort)
+{
+    SwctPortList sList{};
+    sList.bNbrOfPorts = bCount;
+    sList.asPort[0] = {bSlot, bPort, 0};
+    return sList;
+}
+
+template <class Family>
+class QueueWalkTest : public HistoryTest<Family> {
+protected:
+    static HistoryMoid MoidOf(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex)
+    {
+        return {Family::kClassId, bSlot, bPort, bQueue, bIndex};
+    }
+
+    static std::string NextOf(HistoryMoid sMoid)
+    {
+        const HistoryMoid* pNext = Family::Iterate(&sMoid);
+        return pNext == nullptr ? "none" : Joined({pNext->bSlot, pNext->bPort, pNext->bQueue, pNext->bIndex});
+    }
+
+    // Walks to the end; 'meanwhile(moid)' is called between two steps.
+    static std::vector<HistoryMoid> Walk(
+        const std::function<void(const HistoryMoid&)>& meanwhile = [](const HistoryMoid&) {},
+        HistoryMoid sMoid = MoidOf(0, 0, 0, 0))
+    {
+        std::vector<HistoryMoid> moids;
+        for (const auto* pMoid = Family::Iterate(&sMoid); pMoid != nullptr; pMoid = Family::Iterate(pMoid)) {
+            EXPECT_EQ(pMoid->wClassId + 0, Family::kClassId);
+            moids.push_back(*pMoid);
+            if (moids.size() > (80U + 4 * 8) * Family::kLength) {
+                ADD_FAILURE() << "the walk does not end";
+                break;
+            }
+            meanwhile(*pMoid);
+        }
+        return moids;
+    }
+
+    // Makes the records of a ring: 'current' is the current one, the others hold data only.
+    static void Fill(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bCurrent, const std::vector<uint8_t>& others)
+    {
+        Family::Clear(bSlot, bPort, bQueue);
+        for (const uint8_t bIndex : others) {
+            const HistoryRecord sRecord = HistoryTest<Family>::Numbered(bIndex + 1U);
+            Family::Write(bSlot, bPort, bQueue, bIndex, &sRecord);
+        }
+        if (bCurrent < Family::kLength) {
+            Family::GetWPtr(bSlot, bPort, bQueue, bCurrent)->boIsCurrentPeriod = 1;
+        }
+    }
+};
+TYPED_TEST_SUITE(QueueWalkTest, HistoryFamilies);
+
+// A walk in short: the slot of each port, for a LAG "L" and its number.
+TYPED_TEST(QueueWalkTest, SlotsAndLagsComeInOrder)
+{
+    struct Case {
+        uint8_t bFirstSlot;
+        uint32_t dwMode1, dwMode2;
+        std::map<uint8_t, SwctPortList> lags;
+        const char* pWalk;
+        const char* pEnd = " @ object";
+    };
+    const std::map<uint8_t, SwctPortList> kTwo = {{2, Lag(1, 2, 5)}, {4, Lag(15, 1, 1)}};
+    const std::map<uint8_t, SwctPortList> kEmptyLag = {{1, Lag(1, 1, 2)}, {3, Lag(0, 1, 1)}, {5, Lag(1, 1, 1)}};
+    const std::map<uint8_t, SwctPortList> kNoHistory = {
+        {1, Lag(1, 3, 1)}, {2, Lag(1, 0, 1)}, {3, Lag(1, 1, 6)}, {4, Lag(1, 1, 0)}};
+    const Case kCases[] = {{1, 31, 31, {}, "1111122222"},
+                           {0, 31, 31, {}, "1111122222"},
+                           {2, 0, 2, {}, "22222"},
+                           {3, 0, 0, kTwo, "L2L4"},
+                           {3, 0, 0, {}, ""},
+                           {4, 31, 31, kTwo, ""},
+                           {1, 0, 31, kTwo, ""},
+                           {1, 1, 31, kTwo, ""},
+                           {1, 2, 0, kTwo, "11111", " object"},
+                           {1, 2, 1, kTwo, "11111L2L4"},
+                           {1, 2, 2, kTwo, "1111122222L2L4"},
+                           {1, 2, 1, kEmptyLag, "11111L1"},
+                           {1, 2, 1, kNoHistory, "11111"}};
+    for (const Case& c : kCases) {
+        thePlatform.firstSlot = c.bFirstSlot;
+        thePlatform.expectedMode = {{1, c.dwMode1}, {2, c.dwMode2}};
+        thePlatform.lags = c.lags;
+        DBG_SWCH = 6;
+        const auto moids = this->Walk();
+        std::string walk;
+        for (std::size_t i = 0; i < moids.size(); ++i) {
+            EXPECT_EQ(moids[i].bQueue, i % 8 + 1);
+            EXPECT_EQ(+moids[i].bIndex, 0);
+            if (i % 8 == 0) {
+                walk += moids[i].bSlot == 3 ? std::string("L") : "";
+                walk += std::to_string(moids[i].bSlot == 3 ? moids[i].bPort : moids[i].bSlot);
+            }
+        }
+        EXPECT_EQ(walk, c.pWalk);
+        const auto traces = thePlatform.TakeTraces();
+        ASSERT_EQ(traces.size(), moids.size() + 1);
+        EXPECT_EQ(traces.back(),
+                  this->NamedDebug(6, "*MoidIterator", std::string("No more Queue statistics historical") + c.pEnd));
+    }
+}
+
+TYPED_TEST(QueueWalkTest, TracesComeAtTheirLevels)
+{
+    const std::string found = TypeParam::kLength == 97 ? "Found Queue tatistics" : "Found Queue statistics";
+    const HistoryMoid sOther = {static_cast<uint16_t>(1797 - TypeParam::kClassId), 1, 1, 1, 0};
+    for (const unsigned level : {5U, 6U, 7U}) {
+        DBG_SWCH = level;
+        EXPECT_EQ(this->NextOf(this->MoidOf(1, 2, 8, 0)), "1/3/1/0");
+        EXPECT_EQ(TypeParam::Iterate(&sOther), nullptr);
+        std::vector<RecordedTrace> expected = {
+            this->NamedDebug(6, "*MoidIterator", found + " historical @ object slot 1 port 3 queue 1 index 0"),
+            this->NamedDebug(7, "*MoidIterator",
+                             "Iterator called for wrong class (" + std::to_string(sOther.wClassId) + ")!")};
+        expected.resize(level - 5);
+        EXPECT_EQ(thePlatform.TakeTraces(), expected);
+    }
+    EXPECT_EQ(TypeParam::Iterate(nullptr), nullptr);
+    EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
+    thePlatform.Reset();
+    EXPECT_EQ(this->NextOf(this->MoidOf(0, 0, 0, 0)), "none");
+    EXPECT_THAT(thePlatform.TakeTraces(),
+                ElementsAre(this->NamedError(2, "*MoidIterator", "Called without Swct_Open first.")));
+}
+
+TYPED_TEST(QueueWalkTest, ARingIsWalkedFromItsOldestRecordToItsCurrentOne)
+{
+    constexpr uint8_t kNone = TypeParam::kLength;
+    struct Case {
+        uint8_t bCurrent;
+        std::vector<uint8_t> others, walk;
+    };
+    std::vector<Case> cases = {
+        {0, {}, {0}}, {1, {0}, {0, 1}}, {0, {1}, {1, 0}}, {kNone, {0, 1}, {0, 1}}, {kNone, {1}, {1}}};
+    if (kNone == 97) {
+        cases.insert(cases.end(),
+                     {{3, {2, 10, 50}, {10, 50, 2, 3}}, {96, {0, 95}, {0, 95, 96}}, {kNone, {96, 7}, {7, 96}}});
+    }
+    thePlatform.lags = {{1, Lag(1, 1, 5)}};
+    for (const Case& c : cases) {
+        this->Fill(1, 5, 4, c.bCurrent, c.others);
+        std::vector<uint8_t> line;
+        std::vector<uint8_t> lag;
+        for (const HistoryMoid& sMoid : this->Walk()) {
+            if (sMoid.bQueue == 4 && sMoid.bPort == (sMoid.bSlot == 3 ? 1 : 5) && sMoid.bSlot != 2) {
+                (sMoid.bSlot == 3 ? lag : line).push_back(sMoid.bIndex);
+            }
+        }
+        EXPECT_EQ(line, c.walk);
+        EXPECT_EQ(lag, c.walk);
+        for (std::size_t i = 0; i < c.walk.size(); ++i) {
+            EXPECT_EQ(TypeParam::GetNextIndex(1, 5, 4, i == 0 ? c.walk.back() : c.walk[i - 1]), c.walk[i]);
+        }
+        EXPECT_EQ(TypeParam::GetNextIndex(1, 5, 4, 255), *std::min_element(c.walk.begin(), c.walk.end()));
+    }
+}
+
+TYPED_TEST(QueueWalkTest, AnEmptyRingWithoutCurrentRecordEndsTheWalkOnALineSlotOnly)
+{
+    const std::string length = std::to_string(TypeParam::kLength);
+    thePlatform.lags = {{3, Lag(1, 1, 2)}};
+    TypeParam::Clear(1, 2, 2);
+    for (const HistoryMoid& sMoid : {this->MoidOf(1, 2, 1, 0), this->MoidOf(1, 2, 2, 1)}) {
+        EXPECT_EQ(this->NextOf(sMoid), "none");
+        EXPECT_THAT(thePlatform.TakeTraces(),
+                    ElementsAre(this->NoCurrent("1/2/2"),
+                                this->NamedError(0, "*MoidIterator",
+                                                 "Not initialized pSwctWrite->s*! S/P/Q/I: 1/2/2/" + length)))
+            << +sMoid.bQueue;
+    }
+    EXPECT_EQ(this->NextOf(this->MoidOf(3, 3, 1, 0)), "3/3/2/" + length);
+    EXPECT_EQ(this->NextOf(this->MoidOf(3, 3, 2, 1)), "3/3/2/" + length);
+    EXPECT_EQ(this->NextOf(this->MoidOf(3, 3, 2, TypeParam::kLength)), "3/3/3/0");
+}
+
+TYPED_TEST(QueueWalkTest, APreviousPositionOutsideTheRingsIsFinished)
+{
+    struct Case {
+        uint8_t s, p, q, i;
+        const char* pNext;
+    };
+    constexpr Case kCases[] = {{1, 0, 3, 0, "1/1/1/0"},     {1, 2, 0, 9, "1/2/1/0"},   {1, 2, 9, 0, "1/3/1/0"},
+                               {1, 2, 255, 255, "1/3/1/0"}, {1, 5, 9, 0, "2/1/1/0"},   {1, 6, 1, 0, "2/1/1/0"},
+                               {2, 255, 255, 0, "3/2/1/0"}, {1, 1, 1, 255, "1/1/1/0"}, {3, 0, 3, 0, "3/2/1/0"},
+                               {3, 1, 1, 0, "3/2/1/0"},     {3, 2, 0, 0, "3/2/1/0"},   {3, 2, 9, 0, "3/4/1/0"},
+                               {3, 3, 8, 0, "3/4/1/0"},     {3, 4, 9, 200, "none"},    {3, 5, 1, 0, "none"},
+                               {3, 255, 1, 0, "none"},      {4, 1, 1, 0, "none"},      {255, 255, 255, 0, "none"}};
+    thePlatform.lags = {{2, Lag(1, 1, 1)}, {3, Lag(0, 1, 1)}, {4, Lag(2, 2, 2)}};
+    for (const auto& [s, p, q, i, pNext] : kCases) {
+        EXPECT_EQ(this->NextOf(this->MoidOf(s, p, q, i)), pNext) << +s << '/' << +p << '/' << +q << '/' << +i;
+    }
+    EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
+    EXPECT_EQ(this->NextOf(this->MoidOf(4, 1, 1, 200)), "none");
+    EXPECT_THAT(
+        thePlatform.TakeTraces(),
+        ElementsAre(this->NamedError(0, "*MoidIterator", "Not initialized pSwctWrite->s*! S/P/Q/I: 4/1/1/200")));
+}
+
+TYPED_TEST(QueueWalkTest, AWriterThatRunsAheadKeepsTheWalkForOneLapOfEachRing)
+{
+    thePlatform.expectedMode[2] = 1;
+    thePlatform.lags = {{4, Lag(1, 2, 4)}};
+    const auto moids = this->Walk([this](const HistoryMoid& sMoid) {
+        const uint8_t bSlot = sMoid.bSlot == 3 ? 2 : 1;
+        const uint8_t bCurrent = TypeParam::GetCurrent(bSlot, sMoid.bPort, sMoid.bQueue);
+        const HistoryRecord sRecord = this->Numbered(7, 1);
+        TypeParam::Write(bSlot, sMoid.bPort, sMoid.bQueue, bCurrent, &sRecord);
+        TypeParam::Close(bSlot, sMoid.bPort, sMoid.bQueue, bCurrent, 0);
+    });
+    EXPECT_EQ(moids.size(), 48U * TypeParam::kLength);
+}
+
+TYPED_TEST(QueueWalkTest, WhateverChangesMeanwhileTheWalkEnds)
+{
+    std::mt19937 random(4711); // NOLINT(cert-msc32-c,cert-msc51-cpp): each run the same
+    const auto Byte = [&random](unsigned values) { return static_cast<uint8_t>(random() % values); };
+    auto* pBytes = reinterpret_cast<uint8_t*>(thePlatform.pRegion);
+    constexpr std::size_t kRings = 90 * TypeParam::kLength * std::size_t{74};
+    thePlatform.errorTracing = 0;
+    for (int round = 0; round < 100; ++round) {
+        this->Walk(
+            [&](const HistoryMoid& sMoid) {
+                for (int i = 0; i < 20; ++i) {
+                    pBytes[TypeParam::kOffset + random() % kRings] = Byte(3);
+                }
+                const uint8_t bPort = std::clamp<uint8_t>(sMoid.bPort, 1, 5);
+                if (auto* pRecord = TypeParam::GetWPtr(sMoid.bSlot, bPort, sMoid.bQueue, Byte(TypeParam::kLength))) {
+                    pRecord->boIsCurrentPeriod = Byte(2);
+                    pRecord->adwStamp[1] = Byte(2);
+                }
+                thePlatform.lags[Byte(6)] = Lag(Byte(3), Byte(4), Byte(7));
+                thePlatform.lags.erase(Byte(6));
+            },
+            this->MoidOf(Byte(4), Byte(7), Byte(10), Byte(255)));
+        thePlatform.firstSlot = Byte(5);
+    }
+}
+
+} // namespace
