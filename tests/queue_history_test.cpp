@@ -161,6 +161,9 @@ TYPED_TEST(QueueHistoryTest, ARingWithoutCurrentRecordBeginsWithAZeroRecordUntil
     constexpr uint8_t kLast = F::kLength - 1;
     const HistoryRecord sNewest = this->Numbered(3, 2);
     F::Write(1, 1, 0, kLast, &sNewest); // queue 0 is not initialised
+    HistoryRecord sRead = this->Numbered(9);
+    F::Read(1, 1, 0, kLast, &sRead);
+    EXPECT_TRUE(AreEqual(&sRead, &sNewest));
     std::array<HistoryRecord, 2> asGot = {this->Numbered(1), this->Numbered(2)};
     F::GetLastN(1, 1, 0, 2, asGot.data());
     EXPECT_THAT(Bytes(asGot.data(), 74), Each(0));
