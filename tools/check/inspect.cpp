@@ -1,0 +1,33 @@
+#include "check/inspect.h"
+
+#include <algorithm>
+#include <chrono>
+#include <thread>
+
+namespace tool {
+
+Findings Inspect()
+{
+    constexpr std::chrono::milliseconds kBetweenLooks(100); // a push of all classes takes less
+    Findings findings = Audit(TakePicture(), ReadRegion());
+    if (!findings.empty()) {
+        std::this_thread::sleep_for(kBetweenLooks);
+        // Both lists are in the order of the audit, so one pass over the second finds what stayed.
+        const Findings second = Audit(TakePicture(), ReadRegion());
+        auto from = second.begin();
+        std::erase_if(findings, [&](const Finding& finding) {
+            const auto found = std::find(from, second.end(), finding);
+            from = found != second.end() ? found + 1 : from;
+            return found == second.end();
+        });
+    }
+    return findings;
+}
+
+std::size_t CountOf(const Findings& findings, Kind kind)
+{
+    return static_cast<std::size_t>(
+        std::count_if(findings.begin(), findings.end(), [kind](const Finding& f) { return f.kind == kind; }));
+}
+
+} // namespace tool

@@ -1,0 +1,14 @@
+// inspect.h - the audit of a region that others may be writing meanwhile.
+#pragma once
+
+#include "check/audit.h"
+
+namespace tool {
+
+// What the audit finds at a first and, a moment later, still at a second look: a table in the middle of a change is no
+// finding.  Needs the read view, and writes nothing.
+Findings Inspect();
+
+std::size_t CountOf(const Findings& findings, Kind kind);
+
+} // namespace tool

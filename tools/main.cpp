@@ -1,0 +1,144 @@
+// main.cpp - the piovios command: its table of commands, what all of them share, and how they end.
+#include "commands/command.h"
+#include "commands/help.h"
+#include "common/failure.h"
+#include "common/terminal.h"
+#include "platform/gt.h"
+#include "platform/standin.h"
+
+#include <CLI/CLI.hpp>
+#include <algorithm>
+#include <csignal>
+#include <cstdio>
+#include <fmt/format.h>
+#include <iterator>
+
+namespace {
+
+using namespace tool;
+
+constexpr Command kCommands[] = {
+    {"init", "Create the region with its defaults", "piovios init\n", SetUpInit},
+    {"remove", "Remove the region", "piovios remove\n", SetUpRemove},
+    {"load", "Check a configuration file, then put it into the region",
+     "piovios load node.json --dry-run\npiovios load node.json\n", SetUpLoad},
+    {"save", "Write the region's configuration as JSON", "piovios save node.json\npiovios save | less\n", SetUpSave},
+    {"diff", "Compare a configuration file with the region or with another file",
+     "piovios diff node.json\npiovios diff old.json new.json\n", SetUpDiff},
+    {"show", "Show a table of the region",
+     "piovios show vlans --port 1/2\npiovios show vlan 100\npiovios show cvids --port 1/3 --svid 100-199\n"
+     "piovios show ports --json\n",
+     SetUpShow},
+    {"explain", "Tell the way of a frame through the node, step by step",
+     "piovios explain --port 1/3 --cvid 10\npiovios explain --port 1/1 --vlan 100\n", SetUpExplain},
+    {"check", "Audit the region: recompute every derived value and compare", "piovios check\npiovios check --json\n",
+     SetUpCheck},
+    {"watch", "Print what changes in the region, as it changes; Ctrl-C ends",
+     "piovios watch\npiovios watch --json --interval 100\n", SetUpWatch},
+    {"history", "Show the history of a queue's counters",
+     "piovios history 1/1/8\npiovios history 1/1/8 --last 12 --counter 2\npiovios history 1/1/8 --24h --csv\n",
+     SetUpHistory},
+    {"metrics", "Write current counters and figures in the Prometheus text format",
+     "piovios metrics\npiovios metrics --output /var/lib/node_exporter/piovios.prom\n", SetUpMetrics},
+    {"layout", "List every field of the region with offset, size and meaning",
+     "piovios layout\npiovios layout --json\n", SetUpLayout},
+    {"demo", "Run a small node of several processes on a region of its own", "piovios demo\npiovios demo node.json\n",
+     SetUpDemo},
+    {"complete", "List the words that may come next in a command line", "piovios complete show\n", SetUpComplete, true},
+};
+
+constexpr char kExamples[] = "piovios init\n"
+                             "piovios load node.json\n"
+                             "piovios show vlans\n"
+                             "piovios check\n"
+                             "piovios demo\n";
+
+// Nobody can be told when stderr does not take it.
+void PrintError(const char* message)
+{
+    std::fprintf(stderr, "piovios: %s\n", message);
+}
+
+// One line on stderr; with --json a document on the standard output.
+int Report(const Failure& failure, bool asJson)
+{
+    if (asJson) {
+        PrintJson({{"error", {{"message", failure.what()}, {"exitCode", failure.exitCode}}}});
+        Flush();
+    } else {
+        PrintError(failure.what());
+    }
+    return failure.exitCode;
+}
+
+// The parser's messages are sentences for people already, but may have several lines.
+Failure UsageFailure(const CLI::App& app, const CLI::ParseError& error)
+{
+    std::string message = error.what();
+    std::replace(message.begin(), message.end(), '\n', ' ');
+    std::string command = app.get_name();
+    for (auto below = app.get_subcommands(); !below.empty(); below = below.front()->get_subcommands()) {
+        command += ' ' + below.front()->get_name();
+    }
+    return {kBadInput, fmt::format("{}; see '{} --help'", message, command)};
+}
+
+int Run(int argc, char** argv, Globals& globals)
+{
+    CLI::App app("Shows, loads, saves, checks and watches a node's layer-2 switch configuration", "piovios");
+    app.footer(kExamples);
+    app.formatter(std::make_shared<HelpFormatter>());
+    app.set_version_flag("--version", "piovios " PIOVIOS_VERSION);
+    app.add_flag("--json", globals.json, "JSON instead of text, also for errors");
+    app.add_option("--debug", DBG_SWCH, "Trace level of the library, 0 to 7; traces go to stderr")
+        ->type_name("LEVEL")
+        ->check(InRange(0, 7));
+    app.require_subcommand(0, 1); // or a file that is called "check" would count as a second one
+    std::vector<std::pair<const CLI::App*, Action>> actions;
+    for (const Command& row : kCommands) {
+        CLI::App* command = AddCommand(app, row.name, row.summary, row.examples);
+        command->group(row.isHidden ? "" : "Commands");
+        actions.emplace_back(command, row.setUp(*command));
+    }
+    try {
+        app.parse(argc, argv);
+    } catch (const CLI::Success& wanted) { // --help, --version
+        app.exit(wanted);
+        Flush();
+        return kOk;
+    } catch (const CLI::ParseError& error) {
+        throw UsageFailure(app, error);
+    }
+    // The tool has its own words for what goes wrong; the library's are for those who debug it.
+    Standin__SetErrorTracing(DBG_SWCH > 0 ? 1 : 0);
+    DBG_EHSL = DBG_SWCH;
+    const int exitCode = ActionOfParsed(std::move(actions))(globals);
+    Flush();
+    return exitCode;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    std::signal(SIGPIPE, SIG_IGN); // a reader that goes away is seen where the output is written
+    Globals globals;
+    // A command line that cannot be parsed has an error to report, too.
+    globals.json = std::any_of(argv, argv + argc, [](const char* word) { return std::string_view(word) == "--json"; });
+    try {
+        try {
+            return Run(argc, argv, globals);
+        } catch (const Failure& failure) {
+            return Report(failure, globals.json);
+        } catch (const std::exception& fault) {
+            return Report(Failure(kBadInput, fmt::format("internal error: {}; please report it", fault.what())),
+                          globals.json);
+        }
+    } catch (const OutputClosed&) {
+        std::freopen("/dev/null", "w", stdout); // what is still buffered has no reader
+        return kOk;
+    } catch (const Failure& failure) { // the report itself could not be written
+        PrintError(failure.what());
+        return failure.exitCode;
+    }
+}
