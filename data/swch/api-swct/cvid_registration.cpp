@@ -44,6 +44,16 @@ void FillFromDefault(const SwctCepData& sCep, uint16_t wCVid, uint16_t wSvid, Sw
     pRecord->boUntaggedPep = sCep.sDefaultCVidRegistration.boUntaggedPep;
 }
 
+// Clears the caller's record; the data of the port, null for a bad key or without a record.
+const SwctCepData* OpenCleared(uint8_t bSlot, uint8_t bPort, SwctCVidRegistration* pRecord) noexcept
+{
+    if (pRecord == nullptr) {
+        return nullptr;
+    }
+    Clear(pRecord);
+    return CepLayout(pSwctRead, bSlot, bPort);
+}
+
 // The 'dwNth' C-VID that the default registration takes, as a record.
 uint32_t ReadNthOfDefault(const SwctCepData& sCep, uint32_t dwNth, uint16_t wSvid,
                           SwctCVidRegistration* pRecord) noexcept
@@ -190,11 +200,7 @@ uint16_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, 
 uint32_t Swct_GetFirstCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                               SwctCVidRegistration* pRecord) noexcept
 {
-    if (pRecord == nullptr) {
-        return 0;
-    }
-    Clear(pRecord);
-    const SwctCepData* pCep = CepLayout(pSwctRead, bSlot, bPort);
+    const SwctCepData* pCep = OpenCleared(bSlot, bPort, pRecord);
     if (pCep == nullptr) {
         return 0;
     }
@@ -214,11 +220,7 @@ uint32_t Swct_GetFirstCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint
 uint32_t Swct_GetSecondCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                                SwctCVidRegistration* pRecord) noexcept
 {
-    if (pRecord == nullptr) {
-        return 0;
-    }
-    Clear(pRecord);
-    const SwctCepData* pCep = CepLayout(pSwctRead, bSlot, bPort);
+    const SwctCepData* pCep = OpenCleared(bSlot, bPort, pRecord);
     if (pCep == nullptr) {
         return 0;
     }

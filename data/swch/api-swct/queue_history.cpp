@@ -36,12 +36,7 @@ struct WriteAccess {
 };
 
 template <class Ring>
-struct WholeRingAccess {
-    static SwctData* View() noexcept
-    {
-        return pSwctWrite;
-    }
-    static constexpr auto& kNoView = kNoWriteView;
+struct WholeRingAccess : WriteAccess<Ring> {
     static constexpr auto& kName = Ring::kGetWData;
 };
 
