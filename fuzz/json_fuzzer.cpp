@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "config/configuration.h"
+#include "objects/configuration.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, std::size_t size)
 {

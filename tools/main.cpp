@@ -1,10 +1,10 @@
 // main.cpp - the piovios command: its table of commands, what all of them share, and how they end.
 #include "commands/command.h"
 #include "commands/help.h"
-#include "common/failure.h"
-#include "common/terminal.h"
+#include "objects/failure.h"
 #include "platform/gt.h"
 #include "platform/standin.h"
+#include "terminal/terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>

@@ -1,7 +1,7 @@
 // audit.cpp - the audit of the switch, the VLANs, the ports and the history; audit_bridge.cpp has the provider bridge.
 #include "check/audit.h"
 
-#include "common/text.h"
+#include "terminal/text.h"
 
 #include <algorithm>
 #include <cstring>

@@ -2,7 +2,7 @@
 #pragma once
 
 #include "check/picture.h"
-#include "config/configuration.h"
+#include "objects/configuration.h"
 
 #include <string>
 #include <vector>

@@ -1,7 +1,7 @@
 // audit_ranges.cpp - values that a writer chose, against the ranges that a configuration file is held to.
 #include "check/audit.h"
 
-#include "config/format.h"
+#include "objects/catalogue.h"
 
 #include <fmt/format.h>
 #include <limits>

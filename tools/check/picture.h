@@ -1,7 +1,7 @@
 // picture.h - a private copy of the region's tables: what is compared does not change between two looks at it.
 #pragma once
 
-#include "common/keys.h"
+#include "objects/keys.h"
 #include "swct/swct.h"
 
 #include <array>

@@ -1,9 +1,9 @@
 // check.cpp - the audit's findings for people and programs.
 #include "check/inspect.h"
 #include "commands/command.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/terminal.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
+#include "terminal/terminal.h"
 
 #include <fmt/format.h>
 

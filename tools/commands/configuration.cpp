@@ -1,7 +1,7 @@
 // configuration.cpp - the arguments of load, save and diff.
+#include "commands/configuration.h"
 #include "commands/command.h"
-#include "common/failure.h"
-#include "config/commands.h"
+#include "objects/failure.h"
 
 #include <CLI/CLI.hpp>
 

@@ -3,10 +3,10 @@
 // Every process is this program again with another command: what the demo shows is what a user can type.
 #include "commands/command.h"
 #include "commands/demo_collector.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/terminal.h"
-#include "common/text.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
+#include "terminal/terminal.h"
+#include "terminal/text.h"
 
 #include <CLI/CLI.hpp>
 #include <cerrno>

@@ -1,9 +1,9 @@
 #include "commands/demo_collector.h"
 
 #include "commands/region_view.h"
-#include "common/attach.h"
 #include "platform/slib.h"
 #include "platform/standin.h"
+#include "terminal/attach.h"
 
 #include <chrono>
 #include <cmath>

@@ -1,8 +1,8 @@
 // explain.cpp - the way of a frame through the node, told step by step from the tables.
 #include "commands/help.h"
 #include "commands/region_view.h"
-#include "common/attach.h"
-#include "common/failure.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
 
 #include <fmt/format.h>
 #include <optional>

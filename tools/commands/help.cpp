@@ -1,8 +1,8 @@
 // help.cpp - the parser's view of the commands: subcommands, their help, and the words that complete them.
 #include "commands/help.h"
 
-#include "common/failure.h"
-#include "common/terminal.h"
+#include "objects/failure.h"
+#include "terminal/terminal.h"
 
 #include <fmt/format.h>
 #include <set>

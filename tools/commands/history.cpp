@@ -1,11 +1,11 @@
 // history.cpp - the periods of one queue: counters, rates and a small chart.
 #include "commands/help.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/keys.h"
-#include "output/chart.h"
-#include "output/table.h"
+#include "objects/failure.h"
+#include "objects/keys.h"
 #include "swct/queue_history.h"
+#include "terminal/attach.h"
+#include "terminal/chart.h"
+#include "terminal/table.h"
 
 #include <algorithm>
 #include <array>

@@ -1,8 +1,8 @@
 // layout.cpp - every record of the region with its fields, from the table that the library asserts its layout with.
 #include "commands/command.h"
-#include "common/failure.h"
-#include "output/table.h"
+#include "objects/failure.h"
 #include "region/region_layout.h"
+#include "terminal/table.h"
 
 #include <fmt/format.h>
 

@@ -2,10 +2,10 @@
 #include "check/inspect.h"
 #include "commands/command.h"
 #include "commands/region_view.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/text.h"
-#include "config/text_file.h"
+#include "file/text_file.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
+#include "terminal/text.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>

@@ -1,8 +1,8 @@
 // region.cpp - init and remove: the region as a whole.
 #include "commands/command.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/terminal.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
+#include "terminal/terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <filesystem>

@@ -1,6 +1,6 @@
 #include "commands/region_view.h"
 
-#include "common/text.h"
+#include "terminal/text.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,11 +1,11 @@
 // region_view.h - what several commands ask the region, in the form in which they show it.
 #pragma once
 
-#include "common/keys.h"
-#include "common/terminal.h"
-#include "config/format.h"
-#include "output/table.h"
+#include "objects/catalogue.h"
+#include "objects/keys.h"
 #include "swct/swct.h"
+#include "terminal/table.h"
+#include "terminal/terminal.h"
 
 #include <span>
 #include <string>

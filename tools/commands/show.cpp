@@ -2,8 +2,8 @@
 #include "commands/command.h"
 #include "commands/help.h"
 #include "commands/show_topics.h"
-#include "common/attach.h"
-#include "common/failure.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
 
 #include <CLI/CLI.hpp>
 #include <optional>

@@ -1,8 +1,8 @@
 // show_switching.cpp - what show tells of the switch, its VLANs and its ports.
 #include "commands/region_view.h"
 #include "commands/show_topics.h"
-#include "common/failure.h"
-#include "common/text.h"
+#include "objects/failure.h"
+#include "terminal/text.h"
 
 #include <algorithm>
 #include <fmt/format.h>

@@ -1,8 +1,8 @@
 // show_topics.h - the tables of the command show.
 #pragma once
 
-#include "common/keys.h"
-#include "output/table.h"
+#include "objects/keys.h"
+#include "terminal/table.h"
 
 #include <optional>
 

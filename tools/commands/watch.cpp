@@ -3,14 +3,14 @@
 // The region tells nobody when it changes, so it is read again and again and compared with the reading before: every
 // reading is compared, the first one too, and no change falls between two of them.
 #include "commands/help.h"
-#include "common/attach.h"
-#include "common/failure.h"
-#include "common/interrupt.h"
-#include "common/keys.h"
-#include "common/terminal.h"
-#include "config/configuration.h"
-#include "output/table.h"
+#include "objects/configuration.h"
+#include "objects/failure.h"
+#include "objects/keys.h"
 #include "swct/queue_history.h"
+#include "terminal/attach.h"
+#include "terminal/interrupt.h"
+#include "terminal/table.h"
+#include "terminal/terminal.h"
 
 #include <array>
 #include <chrono>
