@@ -48,6 +48,17 @@ uint32_t Standin__SetLag(uint8_t bLag, uint32_t boExists, const StandinLagMember
     return 1;
 }
 
+uint32_t Standin__SetLagList(uint8_t bLag, const void* pList)
+{
+    Lag* pLag = FindLag(bLag);
+    if (pLag == nullptr || pList == nullptr) {
+        return 0;
+    }
+    pLag->boExists = 1;
+    std::memcpy(&pLag->sPorts, pList, sizeof(pLag->sPorts));
+    return 1;
+}
+
 void Standin__ClearLags(void)
 {
     for (Lag& sLag : sSettings.asLag) {

@@ -20,7 +20,7 @@ struct LagPortList {
     uint8_t bCount;
     LagPort asPort[STANDIN__LAG_MEMBERS_MAX];
 };
-static_assert(sizeof(LagPortList) == 46);
+static_assert(sizeof(LagPortList) == STANDIN__LAG_LIST_SIZE);
 
 struct Lag {
     uint32_t boExists;
@@ -31,6 +31,12 @@ struct Settings {
     char aShmPrefix[STANDIN__SHM_PATH_SIZE] = {};
     bool boShmPrefixIsSet = false; // else the environment says it
     uint32_t dwShmFailure = STANDIN__SHM_NO_FAILURE;
+    bool boUsesMemory = false; // of the process, else objects
+    uint32_t dwMemorySize = 0;
+    StandinMemory sMemory = {};
+    StandinShmCalls sShmCalls = {};
+    StandinTraceSink pTraceSink = nullptr; // else stderr
+    void* pTraceContext = nullptr;
     uint32_t boErrorTracing = 1; // its address is the error-trace handle of all modules
     uint8_t bFirstSlot = 1;
     uint8_t bLastSlot = 2;
@@ -41,6 +47,11 @@ struct Settings {
 };
 
 extern Settings sSettings;
+
+// Notes a call for Standin__GetShmCalls.  Whether memory of the process answers it.
+bool StartsShmCall(const char* pName, uint32_t dwMode, uint32_t StandinShmCalls::*pCount);
+// The answer then: null when the size is another, or the call is to fail.
+void* TakeMemory(void* pMemory, uint32_t dwSize);
 
 } // namespace standin
 

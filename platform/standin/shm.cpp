@@ -190,8 +190,11 @@ int Reserve(const Object& sObject, uint32_t dwSize)
 
 } // namespace
 
-void* Slib__CreateShm(const char* pName, uint32_t dwSize, uint32_t /*dwMode*/)
+void* Slib__CreateShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
 {
+    if (standin::StartsShmCall(pName, dwMode, &StandinShmCalls::dwCreates)) {
+        return standin::TakeMemory(sSettings.sMemory.pCreated, dwSize);
+    }
     Object sObject("create");
     if (!SetPath(sObject, pName)) {
         return nullptr;
@@ -215,11 +218,15 @@ void* Slib__CreateShm(const char* pName, uint32_t dwSize, uint32_t /*dwMode*/)
 
 void* Slib__OpenShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
 {
+    const bool boMayWrite = dwMode == SLIB__SHM_READ_WRITE;
+    if (standin::StartsShmCall(pName, dwMode, &StandinShmCalls::dwOpens)) {
+        const StandinMemory& sMemory = sSettings.sMemory;
+        return standin::TakeMemory(boMayWrite ? sMemory.pWritable : const_cast<void*>(sMemory.pReadable), dwSize);
+    }
     Object sObject("open");
     if (!SetPath(sObject, pName)) {
         return nullptr;
     }
-    const bool boMayWrite = dwMode == SLIB__SHM_READ_WRITE;
     sObject.iFd = shm_open(sObject.aPath, (boMayWrite ? O_RDWR : O_RDONLY) | O_CLOEXEC, 0);
     if (sObject.iFd < 0) {
         FailWithError(sObject, errno);

@@ -5,14 +5,23 @@
 
 using standin::sSettings;
 
-uint8_t Slot__GetFirstSlot(uint32_t /*dwKind*/, uint32_t /*dwArg*/)
+namespace {
+
+bool HasSwitchPorts(uint32_t dwKind, uint32_t dwArg)
 {
-    return sSettings.bFirstSlot;
+    return dwKind == SLOT__KIND_SWITCH_PORTS && dwArg == 0;
 }
 
-uint8_t Slot__GetLastSlot(uint32_t /*dwKind*/, uint32_t /*dwArg*/)
+} // namespace
+
+uint8_t Slot__GetFirstSlot(uint32_t dwKind, uint32_t dwArg)
 {
-    return sSettings.bLastSlot;
+    return HasSwitchPorts(dwKind, dwArg) ? sSettings.bFirstSlot : 255;
+}
+
+uint8_t Slot__GetLastSlot(uint32_t dwKind, uint32_t dwArg)
+{
+    return HasSwitchPorts(dwKind, dwArg) ? sSettings.bLastSlot : 0;
 }
 
 uint32_t Slot__GetExpectedMode(uint8_t bSlot)

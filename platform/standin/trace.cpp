@@ -53,14 +53,39 @@ void Line::Write()
 
 namespace {
 
-thread_local const GtTracePoint* pCurrentPoint = nullptr;
+// The trace block that is open.
+struct Block {
+    const void* pHandle;
+    uint32_t dwLevel;
+    const GtTracePoint* pPoint;
+    bool boIsClean; // the one before it was closed
+};
 
-__attribute__((format(printf, 3, 0))) void PrintTrace(Line& line, const char* pFunction, const char* pFormat,
+thread_local Block sBlock = {};
+
+// A message goes to the sink, or as one line to stderr.
+__attribute__((format(printf, 3, 0))) void PrintTrace(const void* pHandle, StandinTrace sTrace, const char* pFormat,
                                                       va_list pArguments)
 {
-    line.Add("%s", pFunction);
-    if (pCurrentPoint != nullptr) {
-        line.Add(" (%s:%u)", pCurrentPoint->pFile, pCurrentPoint->dwLine);
+    sTrace.pPoint = sBlock.pPoint;
+    if (sSettings.pTraceSink != nullptr) {
+        char acText[1024];
+        std::vsnprintf(acText, sizeof(acText), pFormat, pArguments);
+        sTrace.pText = acText;
+        sTrace.boIsEnclosed = sBlock.pPoint != nullptr && sBlock.boIsClean && sBlock.pHandle == pHandle &&
+                              sBlock.dwLevel == sTrace.dwLevel;
+        sSettings.pTraceSink(sSettings.pTraceContext, &sTrace);
+        return;
+    }
+    Line line;
+    if (sTrace.boIsError != 0) {
+        line.Add("error %u [%u] ", sTrace.dwCode, sTrace.dwModule);
+    } else {
+        line.Add("debug %u ", sTrace.dwLevel);
+    }
+    line.Add("%s", sTrace.pFunction);
+    if (sTrace.pPoint != nullptr) {
+        line.Add(" (%s:%u)", sTrace.pPoint->pFile, sTrace.pPoint->dwLine);
     }
     line.Add(": ");
     line.AddList(pFormat, pArguments);
@@ -79,33 +104,37 @@ void Standin__SetErrorTracing(uint32_t boOn)
     sSettings.boErrorTracing = boOn != 0 ? 1 : 0;
 }
 
-void GT_beginImpl(const void* /*pHandle*/, uint32_t /*dwLevel*/, const GtTracePoint* pPoint)
+void Standin__SetTraceSink(StandinTraceSink pSink, void* pContext)
 {
-    pCurrentPoint = pPoint;
+    sSettings.pTraceSink = pSink;
+    sSettings.pTraceContext = pContext;
 }
 
-void GT_endImpl(const void* /*pHandle*/)
+void GT_beginImpl(const void* pHandle, uint32_t dwLevel, const GtTracePoint* pPoint)
 {
-    pCurrentPoint = nullptr;
+    sBlock = {pHandle, dwLevel, pPoint, sBlock.pPoint == nullptr};
 }
 
-void Slib__PrintErrorTrace(const void* /*pHandle*/, const char* pFunction, uint32_t dwModule, uint32_t dwCode,
+void GT_endImpl(const void* pHandle)
+{
+    if (pHandle == sBlock.pHandle) {
+        sBlock = {};
+    }
+}
+
+void Slib__PrintErrorTrace(const void* pHandle, const char* pFunction, uint32_t dwModule, uint32_t dwCode,
                            const char* pFormat, ...)
 {
-    Line line;
-    line.Add("error %u [%u] ", dwCode, dwModule);
     va_list pArguments;
     va_start(pArguments, pFormat);
-    PrintTrace(line, pFunction, pFormat, pArguments);
+    PrintTrace(pHandle, {1, 1, dwModule, dwCode, pFunction, nullptr, nullptr, 0}, pFormat, pArguments);
     va_end(pArguments);
 }
 
-void Slib__PrintDebugTrace(const void* /*pHandle*/, uint32_t dwLevel, const char* pFunction, const char* pFormat, ...)
+void Slib__PrintDebugTrace(const void* pHandle, uint32_t dwLevel, const char* pFunction, const char* pFormat, ...)
 {
-    Line line;
-    line.Add("debug %u ", dwLevel);
     va_list pArguments;
     va_start(pArguments, pFormat);
-    PrintTrace(line, pFunction, pFormat, pArguments);
+    PrintTrace(pHandle, {0, dwLevel, 0, 0, pFunction, nullptr, nullptr, 0}, pFormat, pArguments);
     va_end(pArguments);
 }

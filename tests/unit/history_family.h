@@ -6,7 +6,7 @@
 #include <initializer_list>
 #include <string>
 
-#include "platform_double.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 // Keys as the texts show them.

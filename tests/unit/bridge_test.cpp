@@ -1,5 +1,5 @@
 // Port settings, C-VID registrations and their default.
-#include "bridge_fixture.h"
+#include "unit/bridge_fixture.h"
 
 namespace {
 
@@ -122,7 +122,7 @@ TEST_F(BridgeTest, UsersOfAnSvid)
         Register(1, bPort, 5, 10);
     }
     for (const uint32_t dwMode : {0U, 31U, 32U}) { // the CES port is 17 or 23: the table has none such
-        thePlatform.expectedMode[1] = dwMode;
+        Standin__SetExpectedMode(1, dwMode);
         EXPECT_EQ(Swct_SvidIsUsedByCesIpif(10) + Swct_GetCesSvidByCvid(5), 0U);
     }
 }

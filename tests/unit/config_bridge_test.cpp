@@ -2,7 +2,7 @@
 #include <algorithm>
 #include <numeric>
 
-#include "bridge_fixture.h"
+#include "unit/bridge_fixture.h"
 
 namespace {
 
@@ -208,7 +208,7 @@ TEST_F(ConfigBridgeTest, HostileRequestsTouchNothingElse)
     };
     std::generate_n(reinterpret_cast<uint8_t*>(thePlatform.pRegion), sizeof(SwctData),
                     [&random] { return static_cast<uint8_t>(random()); });
-    thePlatform.errorTracing = 0;
+    Standin__SetErrorTracing(0);
     for (int round = 0; round < 200; ++round) {
         const Class& type = kClasses[random() % std::size(kClasses)];
         bool isTouched[4][6] = {};

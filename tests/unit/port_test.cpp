@@ -4,9 +4,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/gt.h"
-#include "platform_double.h"
 #include "region/views.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {
@@ -154,8 +153,7 @@ TEST_F(PortTest, WalkVisitsTheSlotRangeAndThenSlot3)
                                {255, 255, 0, 0, "31 34 "},   {2, 1, 1, 1, "12 31 34 "},
                                {1, 0, 0, 0, "31 34 "}};
     for (const Case& c : kCases) {
-        thePlatform.firstSlot = c.bFirst;
-        thePlatform.lastSlot = c.bLast;
+        Standin__SetSlotRange(c.bFirst, c.bLast);
         const SwctPortMoid sStart = {4711, c.bSlot, c.bPort};
         std::string ports;
         const SwctPortMoid* pMoid = &sStart;
@@ -327,7 +325,7 @@ TEST_F(PortTest, MemberWalk)
                                {8, 2, 5, 1, 4094015},  {4094, 1, 4, 1, 4094015}, {4094, 1, 5, 1, 0},
                                {4095, 0, 0, 1, 0},     {65535, 0, 0, 1, 0}};
     for (const Case& c : kCases) {
-        thePlatform.firstSlot = c.bFirstSlot;
+        Standin__SetSlotRange(c.bFirstSlot, 2);
         const SwctVlanPortMoid sFrom = {0, c.wVlanId, c.bSlot, c.bPort};
         const SwctVlanPortMoid* pNext = Swct_GetNextVlanPort(&sFrom);
         const int next = pNext == nullptr ? 0 : pNext->wVlanId * 1000 + pNext->bSlot * 10 + pNext->bPort;
@@ -335,7 +333,7 @@ TEST_F(PortTest, MemberWalk)
         EXPECT_TRUE(pNext == nullptr || pNext->wClassId == 206);
     }
     EXPECT_EQ(Swct_GetNextVlanPort(nullptr), nullptr);
-    thePlatform.firstSlot = 1;
+    Standin__SetSlotRange(1, 2);
     SwctVlanPortMoid sMoid = {};
     const SwctVlanPortMoid* pMoid = &sMoid;
     int count = 0;

@@ -5,9 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/gt.h"
-#include "platform_double.h"
 #include "region/views.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {
@@ -160,7 +159,7 @@ TEST_F(SwitchTest, OfEqualEtherTypesTheHighestNumberWins)
 
 TEST_F(SwitchTest, AttributesAndStatisticsAreCopies)
 {
-    thePlatform.time = 77;
+    Standin__SetTime(77);
     Swct_Switch_SetSwitchUpTime();
     constexpr uint16_t kVlanIds[] = {9, 4095};
     SwctVlan vlan{};

@@ -5,9 +5,8 @@
 #include <cstring>
 #include <string>
 
-#include "platform/gt.h"
-#include "platform_double.h"
 #include "region/views.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {

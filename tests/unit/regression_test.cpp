@@ -5,7 +5,7 @@
 #include <cstddef>
 #include <cstring>
 
-#include "platform_double.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // QinQ ports: records, objects, and the questions over all of them.
-#include "bridge_fixture.h"
+#include "unit/bridge_fixture.h"
 
 namespace {
 
@@ -76,7 +76,7 @@ TEST_F(QinQTest, ObjectsAreTheSwitchPortsOfMode2)
     AddPort(3, 1, 0);
     Write(1, 3, 1, 7); // no switch port
     for (const uint8_t bLastSlot : Bytes{2, 3, 255}) {
-        thePlatform.lastSlot = bLastSlot; // slot 3 comes once, also when the range reaches it
+        Standin__SetSlotRange(1, bLastSlot); // slot 3 comes once, also when the range reaches it
         EXPECT_THAT(Walk(Swct_QinQPortMoidIterator, SwctPortMoid{99, 0, 4}), ElementsAre("99:1/2", "99:2/5", "99:3/1"));
     }
     struct Step {

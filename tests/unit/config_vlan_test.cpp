@@ -6,9 +6,8 @@
 #include <sstream>
 #include <string>
 
-#include "platform/gt.h"
-#include "platform_double.h"
 #include "region/views.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {

@@ -1,5 +1,5 @@
 // Long random sequences against recounts, and walks inside walks.
-#include "bridge_fixture.h"
+#include "unit/bridge_fixture.h"
 
 namespace {
 

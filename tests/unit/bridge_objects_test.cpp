@@ -1,5 +1,5 @@
 // VID translations, provider edge ports, their priorities, C-VLAN questions, and the VLANs of a port as a bitmap.
-#include "bridge_fixture.h"
+#include "unit/bridge_fixture.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <algorithm>
 #include <cstring>
 
-#include "platform/gt.h"
-#include "platform_double.h"
+#include "platform/slib.h"
 #include "region/region_layout.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 namespace {
@@ -22,17 +22,20 @@ protected:
     }
 };
 
-std::string Call(const char* pCall, int mode)
+void ExpectOpens(uint32_t dwOpens, uint32_t dwLastMode)
 {
-    return std::string(pCall) + " /swct-data " + std::to_string(sizeof(SwctData)) + " " + std::to_string(mode);
+    StandinShmCalls sCalls;
+    Standin__GetShmCalls(&sCalls);
+    EXPECT_EQ(sCalls.dwOpens, dwOpens);
+    EXPECT_EQ(sCalls.dwLastMode, dwLastMode);
+    EXPECT_STREQ(sCalls.acLastName, "/swct-data");
 }
 
 TEST_F(LifecycleTest, OpenTwiceMapsOnce)
 {
     Swct_Open();
     Swct_Open();
-    EXPECT_EQ(thePlatform.nbrOfOpens, 1);
-    EXPECT_EQ(thePlatform.lastShmCall, Call("open", 1));
+    ExpectOpens(1, SLIB__SHM_READ_ONLY);
     EXPECT_EQ(Swct_IsAttachedForReading(), 1U);
     EXPECT_EQ(Swct_IsAttachedForWriting(), 0U);
 }
@@ -41,25 +44,25 @@ TEST_F(LifecycleTest, CdbmOpenReplacesTheReadView)
 {
     Swct_Open();
     Swct_CdbmOpen();
-    EXPECT_EQ(thePlatform.lastShmCall, Call("open", 0));
+    ExpectOpens(2, SLIB__SHM_READ_WRITE);
     EXPECT_EQ(Swct_GetVlanEntryRPtr(1), Swct_GetVlanEntryWPtr(1));
     Swct_CdbmOpen();
-    EXPECT_EQ(thePlatform.nbrOfOpens, 2);
+    ExpectOpens(2, SLIB__SHM_READ_WRITE);
 }
 
 TEST_F(LifecycleTest, FailuresAreReportedAndLeaveTheViewsAsStated)
 {
-    thePlatform.openFails = true;
+    thePlatform.SetShm(true, false);
     Swct_Open();
     EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Error(0, "Swct_Open", "Failed to open SHM_NAME_SWCT_DATA\n")));
-    thePlatform.openFails = false;
+    thePlatform.SetShm(true, true);
     Swct_Open();
-    thePlatform.openFails = true;
+    thePlatform.SetShm(true, false);
     Swct_CdbmOpen();
     EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Error(0, "Swct_CdbmOpen", "Failed to open SHM_NAME_SWCT_DATA")));
     EXPECT_EQ(Swct_IsAttachedForReading(), 0U);
     EXPECT_EQ(Swct_IsAttachedForWriting(), 0U);
-    thePlatform.createFails = true;
+    thePlatform.SetShm(false, true);
     Swct_Init();
     EXPECT_THAT(thePlatform.TakeTraces(),
                 ElementsAre(Error(0, "Swct_Init", "Failed to create SHM_NAME_SWCT_DATA area of 2741943 bytes\n")));
@@ -69,7 +72,7 @@ TEST_F(LifecycleTest, FailuresAreReportedAndLeaveTheViewsAsStated)
 TEST_F(LifecycleTest, FailedInitKeepsAnEarlierWriteView)
 {
     Swct_CdbmOpen();
-    thePlatform.createFails = true;
+    thePlatform.SetShm(false, true);
     Swct_Init();
     EXPECT_EQ(Swct_IsAttachedForReading(), 0U);
     EXPECT_EQ(Swct_IsAttachedForWriting(), 1U);
@@ -92,8 +95,8 @@ TEST_F(LifecycleTest, InitTracesFromLevel4On)
 
 TEST_F(LifecycleTest, NothingIsPrintedWhenErrorTracingIsOff)
 {
-    thePlatform.errorTracing = 0;
-    thePlatform.openFails = true;
+    Standin__SetErrorTracing(0);
+    thePlatform.SetShm(true, false);
     Swct_Open();
     EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
 }
@@ -109,7 +112,7 @@ void Put(std::vector<uint8_t>& image, std::size_t offset, std::size_t width, uin
 TEST_F(LifecycleTest, AFreshRegionHoldsTheDefaultsAndNothingElse)
 {
     thePlatform.Reset(0xEE);
-    thePlatform.time = 0x01020304;
+    Standin__SetTime(0x01020304);
     Swct_Init();
     std::vector<uint8_t> image(sizeof(SwctData));
     struct Default {

@@ -6,8 +6,7 @@
 #include <utility>
 #include <vector>
 
-#include "history_family.h"
-#include "platform/gt.h"
+#include "unit/history_family.h"
 
 namespace {
 

@@ -9,8 +9,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/gt.h"
-#include "platform_double.h"
+#include "support/platform.h"
 #include "swct/swct.h"
 
 using Bytes = std::initializer_list<uint8_t>;

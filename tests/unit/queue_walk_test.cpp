@@ -4,8 +4,7 @@
 #include <random>
 #include <vector>
 
-#include "history_family.h"
-#include "platform/gt.h"
+#include "unit/history_family.h"
 
 namespace {
 
@@ -48,7 +47,7 @@ TEST(QueueStatisticsTest, AnyPreviousPositionHasItsSuccessor)
                                {3, 0, 0, 0, "622/3/1/1"},   {4, 0, 0, 0, "none"}};
     for (const Case& c : kCases) {
         thePlatform.Reset();
-        thePlatform.firstSlot = c.bFirstSlot;
+        Standin__SetSlotRange(c.bFirstSlot, 2);
         EXPECT_EQ(Next(c.bSlot, c.bPort, c.bQueue), c.pNext) << +c.bSlot << '/' << +c.bPort << '/' << +c.bQueue;
     }
     DBG_SWCH = 5;
@@ -88,12 +87,18 @@ TEST(QueueStatisticsTest, SwitchPortStatisticsAreTheSwitchPorts)
 
 // ---- history walks
 
-SwctPortList Lag(uint8_t bCount, uint8_t bSlot, uint8_t bPort)
+// A LAG's list of members, of which the walk looks at the count and the first.
+struct LagList {
+    uint8_t bLag, bCount, bSlot, bPort;
+};
+
+void SetLags(const std::vector<LagList>& lags)
 {
-    SwctPortList sList{};
-    sList.bNbrOfPorts = bCount;
-    sList.asPort[0] = {bSlot, bPort, 0};
-    return sList;
+    Standin__ClearLags();
+    for (const auto& [bLag, bCount, bSlot, bPort] : lags) {
+        const uint8_t abList[STANDIN__LAG_LIST_SIZE] = {bCount, bSlot, bPort};
+        Standin__SetLagList(bLag, abList);
+    }
 }
 
 template <class Family>
@@ -149,14 +154,13 @@ TYPED_TEST(QueueWalkTest, SlotsAndLagsComeInOrder)
     struct Case {
         uint8_t bFirstSlot;
         uint32_t dwMode1, dwMode2;
-        std::map<uint8_t, SwctPortList> lags;
+        std::vector<LagList> lags;
         const char* pWalk;
         const char* pEnd = " @ object";
     };
-    const std::map<uint8_t, SwctPortList> kTwo = {{2, Lag(1, 2, 5)}, {4, Lag(15, 1, 1)}};
-    const std::map<uint8_t, SwctPortList> kEmptyLag = {{1, Lag(1, 1, 2)}, {3, Lag(0, 1, 1)}, {5, Lag(1, 1, 1)}};
-    const std::map<uint8_t, SwctPortList> kNoHistory = {
-        {1, Lag(1, 3, 1)}, {2, Lag(1, 0, 1)}, {3, Lag(1, 1, 6)}, {4, Lag(1, 1, 0)}};
+    const std::vector<LagList> kTwo = {{2, 1, 2, 5}, {4, 15, 1, 1}};
+    const std::vector<LagList> kEmptyLag = {{1, 1, 1, 2}, {3, 0, 1, 1}, {5, 1, 1, 1}};
+    const std::vector<LagList> kNoHistory = {{1, 1, 3, 1}, {2, 1, 0, 1}, {3, 1, 1, 6}, {4, 1, 1, 0}};
     const Case kCases[] = {{1, 31, 31, {}, "1111122222"},
                            {0, 31, 31, {}, "1111122222"},
                            {2, 0, 2, {}, "22222"},
@@ -171,9 +175,10 @@ TYPED_TEST(QueueWalkTest, SlotsAndLagsComeInOrder)
                            {1, 2, 1, kEmptyLag, "11111L1"},
                            {1, 2, 1, kNoHistory, "11111"}};
     for (const Case& c : kCases) {
-        thePlatform.firstSlot = c.bFirstSlot;
-        thePlatform.expectedMode = {{1, c.dwMode1}, {2, c.dwMode2}};
-        thePlatform.lags = c.lags;
+        Standin__SetSlotRange(c.bFirstSlot, 2);
+        Standin__SetExpectedMode(1, c.dwMode1);
+        Standin__SetExpectedMode(2, c.dwMode2);
+        SetLags(c.lags);
         DBG_SWCH = 6;
         const auto moids = this->Walk();
         std::string walk;
@@ -229,7 +234,7 @@ TYPED_TEST(QueueWalkTest, ARingIsWalkedFromItsOldestRecordToItsCurrentOne)
         cases.insert(cases.end(),
                      {{3, {2, 10, 50}, {10, 50, 2, 3}}, {96, {0, 95}, {0, 95, 96}}, {kNone, {96, 7}, {7, 96}}});
     }
-    thePlatform.lags = {{1, Lag(1, 1, 5)}};
+    SetLags({{1, 1, 1, 5}});
     for (const Case& c : cases) {
         this->Fill(1, 5, 4, c.bCurrent, c.others);
         std::vector<uint8_t> line;
@@ -251,7 +256,7 @@ TYPED_TEST(QueueWalkTest, ARingIsWalkedFromItsOldestRecordToItsCurrentOne)
 TYPED_TEST(QueueWalkTest, AnEmptyRingWithoutCurrentRecordEndsTheWalkOnALineSlotOnly)
 {
     const std::string length = std::to_string(TypeParam::kLength);
-    thePlatform.lags = {{3, Lag(1, 1, 2)}};
+    SetLags({{3, 1, 1, 2}});
     TypeParam::Clear(1, 2, 2);
     for (const HistoryMoid& sMoid : {this->MoidOf(1, 2, 1, 0), this->MoidOf(1, 2, 2, 1)}) {
         EXPECT_EQ(this->NextOf(sMoid), "none");
@@ -278,7 +283,7 @@ TYPED_TEST(QueueWalkTest, APreviousPositionOutsideTheRingsIsFinished)
                                {3, 1, 1, 0, "3/2/1/0"},     {3, 2, 0, 0, "3/2/1/0"},   {3, 2, 9, 0, "3/4/1/0"},
                                {3, 3, 8, 0, "3/4/1/0"},     {3, 4, 9, 200, "none"},    {3, 5, 1, 0, "none"},
                                {3, 255, 1, 0, "none"},      {4, 1, 1, 0, "none"},      {255, 255, 255, 0, "none"}};
-    thePlatform.lags = {{2, Lag(1, 1, 1)}, {3, Lag(0, 1, 1)}, {4, Lag(2, 2, 2)}};
+    SetLags({{2, 1, 1, 1}, {3, 0, 1, 1}, {4, 2, 2, 2}});
     for (const auto& [s, p, q, i, pNext] : kCases) {
         EXPECT_EQ(this->NextOf(this->MoidOf(s, p, q, i)), pNext) << +s << '/' << +p << '/' << +q << '/' << +i;
     }
@@ -291,8 +296,8 @@ TYPED_TEST(QueueWalkTest, APreviousPositionOutsideTheRingsIsFinished)
 
 TYPED_TEST(QueueWalkTest, AWriterThatRunsAheadKeepsTheWalkForOneLapOfEachRing)
 {
-    thePlatform.expectedMode[2] = 1;
-    thePlatform.lags = {{4, Lag(1, 2, 4)}};
+    Standin__SetExpectedMode(2, 1);
+    SetLags({{4, 1, 2, 4}});
     const auto moids = this->Walk([this](const HistoryMoid& sMoid) {
         const uint8_t bSlot = sMoid.bSlot == 3 ? 2 : 1;
         const uint8_t bCurrent = TypeParam::GetCurrent(bSlot, sMoid.bPort, sMoid.bQueue);
@@ -309,7 +314,7 @@ TYPED_TEST(QueueWalkTest, WhateverChangesMeanwhileTheWalkEnds)
     const auto Byte = [&random](unsigned values) { return static_cast<uint8_t>(random() % values); };
     auto* pBytes = reinterpret_cast<uint8_t*>(thePlatform.pRegion);
     constexpr std::size_t kRings = 90 * TypeParam::kLength * std::size_t{74};
-    thePlatform.errorTracing = 0;
+    Standin__SetErrorTracing(0);
     for (int round = 0; round < 100; ++round) {
         this->Walk(
             [&](const HistoryMoid& sMoid) {
@@ -321,11 +326,12 @@ TYPED_TEST(QueueWalkTest, WhateverChangesMeanwhileTheWalkEnds)
                     pRecord->boIsCurrentPeriod = Byte(2);
                     pRecord->adwStamp[1] = Byte(2);
                 }
-                thePlatform.lags[Byte(6)] = Lag(Byte(3), Byte(4), Byte(7));
-                thePlatform.lags.erase(Byte(6));
+                const uint8_t abList[STANDIN__LAG_LIST_SIZE] = {Byte(3), Byte(4), Byte(7)};
+                Standin__SetLagList(Byte(6), abList);
+                Standin__SetLag(Byte(6), 0, nullptr, 0);
             },
             this->MoidOf(Byte(4), Byte(7), Byte(10), Byte(255)));
-        thePlatform.firstSlot = Byte(5);
+        Standin__SetSlotRange(Byte(5), 2);
     }
 }
 
