@@ -11,4 +11,4 @@ set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_
 add_library(piovios-operations INTERFACE)
 target_sources(piovios-operations INTERFACE ${PROJECT_SOURCE_DIR}/fuzz/operations.cpp)
 target_include_directories(piovios-operations INTERFACE
-    ${PROJECT_SOURCE_DIR}/fuzz ${PROJECT_SOURCE_DIR}/data/swch/include ${PROJECT_BINARY_DIR}/operations)
+    ${PROJECT_SOURCE_DIR}/fuzz ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/data/swch/include ${PROJECT_BINARY_DIR}/operations)

@@ -1,5 +1,5 @@
 // Several processes and one region: readers beside a writer, and what a careless, dead or hostile neighbour leaves.
-//   soak [--seconds N]     how long each of the tests that go by time runs; 2 by default
+//   processes [--seconds N]     how long each of the tests that go by time runs; 2 by default
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -24,8 +24,8 @@
 
 #include "operations.h"
 #include "platform/standin.h"
+#include "support/two_configurations.h"
 #include "swct/swct.h"
-#include "two_configurations.h"
 
 uint64_t qwNbrOfBlocks = 0;
 
@@ -48,7 +48,7 @@ struct Shared {
 
 std::string Prefix()
 {
-    static const std::string prefix = "soak-" + std::to_string(getpid()) + "-";
+    static const std::string prefix = "processes-" + std::to_string(getpid()) + "-";
     return prefix;
 }
 
@@ -374,7 +374,7 @@ int main(int argc, char** argv)
         secondsOfATest = std::strtol(argv[2], nullptr, 10);
     }
     if (secondsOfATest < 1 || (argc != 1 && argc != 3)) {
-        std::fprintf(stderr, "usage: soak [--seconds N]\n");
+        std::fprintf(stderr, "usage: processes [--seconds N]\n");
         return 2;
     }
     return RUN_ALL_TESTS();
