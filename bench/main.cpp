@@ -1,194 +1,184 @@
-// main.cpp - measures every work with every candidate and prints a table of ratios.
+// main.cpp - measures every work with every candidate and prints tables of ratios.
 #include <algorithm>
-#include <benchmark/benchmark.h>
 #include <csignal>
 #include <cstddef>
 #include <cstdio>
 #include <cstdlib>
-#include <cstring>
-#include <map>
+#include <memory>
 #include <unistd.h>
 
+#include "hand.h"
+#include "library.h"
+#include "measure.h"
 #include "platform/standin.h"
-#include "process.h"
 #include "swct/swct.h"
 
 namespace {
 
-constexpr char kPrefixVariable[] = "PIOVIOS_SHM_PREFIX";
+constexpr char kUsage[] =
+    "usage: piovios-bench [--filter=TEXT] [--rounds=N] [--time=MICROSECONDS] [--cold=memory|swept] [--library=FILE]\n"
+    "  --filter=TEXT   only works with TEXT in their names\n"
+    "  --rounds=N      rounds in which every candidate has its turn (9)\n"
+    "  --time=US       microseconds of a candidate's turn (2000)\n"
+    "  --cold=swept    cold works with the caches swept in place of flushed to memory\n"
+    "  --library=FILE  compares another build of the library with this one\n";
 
-std::map<std::string, std::vector<double>> times; // nanoseconds of a run, by "work/candidate"
-
-// Keeps the time of every repetition: processor time, which a busy machine disturbs least.
-class Collector final : public benchmark::BenchmarkReporter {
-public:
-    bool ReportContext(const Context& /*context*/) override
-    {
-        return true;
-    }
-
-    void ReportRuns(const std::vector<Run>& runs) override
-    {
-        for (const Run& sRun : runs) {
-            if (sRun.run_type == Run::RT_Iteration) {
-                times[sRun.run_name.function_name].push_back(
-                    sRun.run_name.time_type == "manual_time" ? sRun.GetAdjustedRealTime() : sRun.GetAdjustedCPUTime());
-            }
-        }
-    }
+struct Options {
+    std::string filter;
+    Effort sEffort{9, 2e6};
+    bool boSwept = false;
+    std::string library;
 };
 
-double Median(const std::string& name)
+bool ReadOptions(int argc, char** argv, Options& sOptions)
 {
-    std::vector<double>& aTime = times[name];
-    if (aTime.empty()) {
-        return 0;
-    }
-    std::sort(aTime.begin(), aTime.end());
-    const std::size_t middle = aTime.size() / 2;
-    return aTime.size() % 2 != 0 ? aTime[middle] : (aTime[middle - 1] + aTime[middle]) / 2;
-}
-
-void Register(const Work& work, const char* pCandidate, const std::function<uint64_t()>& run)
-{
-    const bool boTimesItself = work.calls == 0;
-    auto* pBenchmark = benchmark::RegisterBenchmark((work.name + "/" + pCandidate).c_str(),
-                                                    [run, boTimesItself](benchmark::State& state) {
-                                                        for (auto unused : state) {
-                                                            static_cast<void>(unused);
-                                                            const uint64_t qwResult = run();
-                                                            benchmark::DoNotOptimize(qwResult);
-                                                            if (boTimesItself) {
-                                                                state.SetIterationTime(double(qwResult) * 1e-9);
-                                                            }
-                                                        }
-                                                    });
-    if (boTimesItself) {
-        pBenchmark->UseManualTime()->Iterations(10);
-    }
-}
-
-// Everybody must have found the same.
-bool IsSame(const Work& work, const std::vector<Store*>& stores)
-{
-    if (work.calls == 0) {
-        return true;
-    }
-    boCheckExchange = true;
-    const std::unique_ptr<SwctData> pBefore = std::make_unique<SwctData>(*pRegion);
-    const uint64_t qwLibrary = work.library();
-    const auto differs = [&](const char* pCandidate, uint64_t qwFound) {
-        if (qwFound != qwLibrary) {
-            std::fprintf(stderr, "piovios-bench: %s: %s found something else; the comparison is void\n",
-                         work.name.c_str(), pCandidate);
+    for (int i = 1; i < argc; ++i) {
+        const std::string argument = argv[i];
+        const std::size_t equals = argument.find('=');
+        const std::string name = argument.substr(0, equals);
+        const std::string value = equals == std::string::npos ? "" : argument.substr(equals + 1);
+        const long number = std::strtol(value.c_str(), nullptr, 10);
+        if (name == "--filter" && !value.empty()) {
+            sOptions.filter = value;
+        } else if (name == "--rounds" && number > 0 && number < 10000) {
+            sOptions.sEffort.rounds = static_cast<unsigned>(number);
+        } else if (name == "--time" && number > 0 && number < 10000000) {
+            sOptions.sEffort.roundTime = double(number) * 1e3;
+        } else if (name == "--cold" && (value == "memory" || value == "swept")) {
+            sOptions.boSwept = value == "swept";
+        } else if (name == "--library" && !value.empty()) {
+            sOptions.library = value;
+        } else {
+            std::fprintf(stderr, "piovios-bench: bad argument %s\n%s", argument.c_str(), kUsage);
+            return false;
         }
-        return qwFound != qwLibrary;
-    };
-    bool boSame = true;
-    for (Store* pStore : stores) {
-        boSame = !differs(pStore->Name(), work.rival(*pStore)) && boSame;
     }
-    if (work.limit) {
-        *pRegion = *pBefore;
-        boSame = !differs("the limit", work.limit()) && boSame;
-    }
-    boCheckExchange = false;
-    return boSame;
+    return true;
 }
 
-std::string Ratio(double over, double under, double wanted)
-{
-    char acText[32] = "–";
-    if (over > 0 && under > 0) {
-        const double ratio = over / under;
-        const char* pFormat = wanted > 0 && ratio > wanted ? "**%.2f**" : ratio < 10 ? "%.2f" : "%.0f";
-        std::snprintf(acText, sizeof acText, pFormat, ratio);
-    }
-    return acText;
-}
+struct Candidate {
+    std::string name;
+    std::vector<Work> works;
+};
 
 std::string TimeText(double ns)
 {
     char acText[32];
     std::snprintf(acText, sizeof acText,
-                  ns < 1000  ? "%.1f ns"
+                  ns == 0    ? "–"
+                  : ns < 1e3 ? "%.1f ns"
                   : ns < 1e6 ? "%.1f µs"
                              : "%.1f ms",
-                  ns < 1000  ? ns
+                  ns < 1e3   ? ns
                   : ns < 1e6 ? ns / 1e3
                              : ns / 1e6);
     return acText;
 }
 
-void PrintRows(FILE* pFile, const std::vector<Work>& works)
+std::string RatioText(double ratio, double wanted)
 {
-    for (const Work& work : works) {
-        const double library = Median(work.name + "/library");
-        if (library == 0) {
+    char acText[32] = "–";
+    if (ratio > 0) {
+        std::snprintf(acText, sizeof acText,
+                      wanted > 0 && ratio > wanted * 1.05 ? "**%.2f**"
+                      : ratio < 10                        ? "%.2f"
+                                                          : "%.0f",
+                      ratio);
+    }
+    return acText;
+}
+
+// The fastest of the candidates by hand, which come from 'first' on.
+const Times& Best(const std::vector<Times>& aTimes, std::size_t first)
+{
+    static const Times none;
+    const Times* pBest = &none;
+    for (std::size_t i = first; i < aTimes.size(); ++i) {
+        if (!aTimes[i].empty() && (pBest->empty() || Median(aTimes[i]) < Median(*pBest))) {
+            pBest = &aTimes[i];
+        }
+    }
+    return *pBest;
+}
+
+std::vector<const Work*> SameWork(const std::vector<Candidate>& aCandidate, const std::string& name)
+{
+    std::vector<const Work*> apWork;
+    for (const Candidate& sCandidate : aCandidate) {
+        const auto found = std::find_if(sCandidate.works.begin(), sCandidate.works.end(),
+                                        [&name](const Work& sWork) { return sWork.name == name; });
+        apWork.push_back(found != sCandidate.works.end() ? &*found : nullptr);
+    }
+    return apWork;
+}
+
+// Everybody must find, and leave, the same.
+bool IsSame(const std::vector<Candidate>& aCandidate, const std::vector<const Work*>& apWork, const Keeper& keeper)
+{
+    const uint64_t qwFound = FoundBy(*apWork[0], keeper);
+    bool boSame = true;
+    for (std::size_t i = 1; i < apWork.size(); ++i) {
+        if (apWork[i] != nullptr && FoundBy(*apWork[i], keeper) != qwFound) {
+            std::fprintf(stderr, "piovios-bench: %s: %s found something else than %s; the comparison is void\n",
+                         apWork[0]->name.c_str(), aCandidate[i].name.c_str(), aCandidate[0].name.c_str());
+            boSame = false;
+        }
+    }
+    return boSame;
+}
+
+void FillRegion(const Scene& sScene)
+{
+    Swct_Init();
+    for (const ClassData& sClass : sScene.aClass) {
+        if (sClass.wClass != SWCT_CLASS_QUEUE_STATISTICS_HISTORICAL_15M) {
+            Swct_SetConfig(sClass.wClass, sClass.abRequest.data());
             continue;
         }
-        const double limit = Median(work.name + "/limit");
-        std::fprintf(pFile, "| %s | %s | %s | %s | %s |\n", work.name.c_str(),
-                     TimeText(library / std::max(work.calls, 1U)).c_str(), Ratio(library, limit, work.wanted).c_str(),
-                     Ratio(Median(work.name + "/LMDB"), library, 0).c_str(),
-                     Ratio(Median(work.name + "/SQLite"), library, 0).c_str());
+        for (const Row& sRow : sClass.aRow) {
+            Swct_WriteQueueStatisticsHistorical15m(
+                static_cast<uint8_t>(sRow.dwKey >> 24), static_cast<uint8_t>(sRow.dwKey >> 16),
+                static_cast<uint8_t>(sRow.dwKey >> 8), static_cast<uint8_t>(sRow.dwKey),
+                reinterpret_cast<const SwctQueueStatisticsHistorical*>(sRow.pBody));
+        }
     }
-    std::fflush(pFile);
 }
 
-std::vector<Work> WorksOf(Scene eScene, const std::vector<ClassData>& aClass)
+// Another build beside this one: before and after in one run.
+bool CompareScene(const Scene& sScene, const Options& sOptions)
 {
-    std::vector<Work> works = eScene == Scene::kQuestions ? Questions() : Exchange(aClass);
-    if (eScene == Scene::kQuestions) {
-        const std::vector<Work> walks = Walks();
-        works.insert(works.end(), walks.begin(), walks.end());
-        works.push_back(AttachWork());
-    } else if (eScene == Scene::kNetworkPorts) {
-        std::erase_if(works, [](const Work& work) { return work.name.find("class 437 ") == std::string::npos; });
-        works.insert(works.begin(), NetworkPortQuestion());
-    }
-    return works;
-}
-
-bool MeasureScene(Scene eScene, FILE* pTable)
-{
-    const std::vector<ClassData> aClass = BuildScene(eScene);
-    auto* pVlans = reinterpret_cast<uint8_t*>(Swct_GetVlanEntryWPtr(1));
-    if (pVlans == nullptr) {
-        return false; // the stand-in has said why
-    }
-    pRegion = reinterpret_cast<SwctData*>(pVlans - offsetof(SwctData, sVlan));
-    const std::unique_ptr<Store> lmdb = OpenLmdb(LmdbPath());
-    const std::unique_ptr<Store> sqlite = OpenSqlite(SqlitePath());
-    for (const ClassData& sClass : aClass) {
-        lmdb->Replace(sClass);
-        sqlite->Replace(sClass);
-    }
-    const std::vector<Work> works = WorksOf(eScene, aClass);
-    for (const Work& work : works) {
-        if (!IsSame(work, {lmdb.get(), sqlite.get()})) {
-            return false;
+    FillRegion(sScene);
+    std::vector<Candidate> aCandidate;
+    aCandidate.push_back({"this library", LoadedWorks(0, sScene)});
+    aCandidate.push_back({"the other library", LoadedWorks(sOptions.library.empty() ? 0 : 1, sScene)});
+    aCandidate.push_back({"the plain hand", PlainHandWorks(sScene)});
+    const Keeper keeper;
+    bool boSame = true;
+    for (const Work& sWork : aCandidate[0].works) {
+        if (sWork.name.find(sOptions.filter) == std::string::npos) {
+            continue;
         }
-        Register(work, "library", work.library);
-        if (work.limit) {
-            Register(work, "limit", work.limit);
-        }
-        for (Store* pStore : {lmdb.get(), sqlite.get()}) {
-            Register(work, pStore->Name(), [&work, pStore] { return work.rival(*pStore); });
-        }
+        const std::vector<const Work*> apWork = SameWork(aCandidate, sWork.name);
+        boSame = IsSame(aCandidate, apWork, keeper) && boSame;
+        const std::vector<Times> aWarm = MeasureWarm(apWork, keeper, sOptions.sEffort);
+        const std::vector<Times> aCold = MeasureCold(apWork, keeper, sOptions.sEffort, sOptions.boSwept);
+        const Times& aLimit = Best(aWarm, 2);
+        const Times& aColdLimit = Best(aCold, 2);
+        std::printf("| %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s | %s |\n", sWork.name.c_str(),
+                    kShapeNames[static_cast<int>(sScene.eShape)], TimeText(Median(aWarm[1])).c_str(),
+                    TimeText(Median(aWarm[0])).c_str(), RatioText(Ratio(aWarm[0], aWarm[1]), 0).c_str(),
+                    TimeText(Median(aLimit)).c_str(), RatioText(Ratio(aWarm[1], aLimit), sWork.wanted).c_str(),
+                    RatioText(Ratio(aWarm[0], aLimit), sWork.wanted).c_str(), TimeText(Median(aCold[1])).c_str(),
+                    TimeText(Median(aCold[0])).c_str(), RatioText(Ratio(aCold[0], aCold[1]), 0).c_str(),
+                    RatioText(Ratio(aCold[0], aColdLimit), sWork.wanted).c_str());
+        std::fflush(stdout);
     }
-    Collector collector;
-    benchmark::RunSpecifiedBenchmarks(&collector);
-    benchmark::ClearRegisteredBenchmarks();
-    PrintRows(pTable, works);
-    return true;
+    return boSame;
 }
 
 void RemoveFiles()
 {
     Standin__RemoveShm(kRegionName);
-    unlink(LmdbPath().c_str());
-    unlink(SqlitePath().c_str());
 }
 
 void Interrupted(int iSignal)
@@ -199,44 +189,42 @@ void Interrupted(int iSignal)
 
 } // namespace
 
-std::string LmdbPath()
-{
-    return "/dev/shm/" + std::string(std::getenv(kPrefixVariable)) + "lmdb";
-}
-
-std::string SqlitePath()
-{
-    return "/dev/shm/" + std::string(std::getenv(kPrefixVariable)) + "sqlite";
-}
-
 int main(int argc, char** argv)
 {
-    const std::string option = argc > 1 ? argv[1] : "";
-    if (option.rfind(kAttachOption, 0) == 0 || option == kMemoryOption) {
-        if (std::getenv(kPrefixVariable) == nullptr) {
-            std::fprintf(stderr, "piovios-bench: %s is for the processes that it starts itself\n", option.c_str());
-            return 2;
-        }
-        return option == kMemoryOption ? RunMemory() : RunAttach(option.substr(std::strlen(kAttachOption)));
-    }
-    benchmark::Initialize(&argc, argv);
-    if (benchmark::ReportUnrecognizedArguments(argc, argv)) {
+    Options sOptions;
+    if (!ReadOptions(argc, argv, sOptions)) {
         return 2;
     }
+#ifndef __OPTIMIZE__
+    std::fprintf(stderr,
+                 "piovios-bench: this build is not optimised: its times say nothing; build the preset release\n");
+#endif
     // Objects of its own, so that a node's are never touched; the processes that it starts inherit the name.
-    setenv(kPrefixVariable, std::string("bench-").append(std::to_string(getpid())).append("-").c_str(), 1);
+    setenv("PIOVIOS_SHM_PREFIX", std::string("bench-").append(std::to_string(getpid())).append("-").c_str(), 1);
+    Swct_Init();
+    auto* pVlans = reinterpret_cast<uint8_t*>(Swct_GetVlanEntryWPtr(1));
+    if (pVlans == nullptr) {
+        return 1; // the stand-in has said why
+    }
+    pRegion = reinterpret_cast<SwctData*>(pVlans - offsetof(SwctData, sVlan));
     std::atexit(RemoveFiles);
     std::signal(SIGINT, Interrupted);
     std::signal(SIGTERM, Interrupted);
 
-    std::printf("| work | library | library / limit | LMDB / library | SQLite / library |\n|---|---|---|---|---|\n");
-    for (const Scene eScene : {Scene::kQuestions, Scene::kFullClasses, Scene::kNetworkPorts}) {
-        if (!MeasureScene(eScene, stdout)) {
-            return 1;
+    std::string error;
+    if (!OpenLoaded("", error) || (!sOptions.library.empty() && !OpenLoaded(sOptions.library, error))) {
+        std::fprintf(stderr, "piovios-bench: cannot use this library: %s\n", error.c_str());
+        return 1;
+    }
+    std::printf(
+        "| work | data | before | now | now/before | limit | before/limit | now/limit | cold before | cold now | cold "
+        "now/before | cold now/limit |\n|---|---|---|---|---|---|---|---|---|---|---|---|\n");
+    bool boSame = true;
+    for (const Shape eShape : {Shape::kRegular, Shape::kRandom, Shape::kSparse}) {
+        for (const bool boNetworkPorts : {false, true}) {
+            const auto scene = std::make_unique<Scene>(MakeScene(eShape, boNetworkPorts));
+            boSame = CompareScene(*scene, sOptions) && boSame;
         }
     }
-    std::printf("\n| a process has | library, own KiB | library, touched KiB | region, own KiB | region, touched KiB "
-                "|\n|---|---|---|---|---|\n%s",
-                MeasureMemory().c_str());
-    return 0;
+    return boSame ? 0 : 1;
 }
