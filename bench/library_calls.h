@@ -7,8 +7,9 @@
 // Every operation that is called.
 #define BENCH_OPERATIONS(X)                                                                                            \
     X(Swct_CdbmOpen)                                                                                                   \
-    X(Swct_SetConfig) X(Swct_GetConfig) X(Swct_DoesVlanExist) X(Swct_IsPortMemberOfVlanId) X(Swct_ReadVlan)            \
-        X(Swct_GetVlanInfo) X(Swct_SwitchPort_GetPvid) X(Swct_GetProviderEdgePort) X(Swct_GetCVidRegistration)         \
+    X(Swct_SetConfig)                                                                                                  \
+    X(Swct_GetConfig) X(Swct_DoesVlanExist) X(Swct_IsPortMemberOfVlanId) X(Swct_ReadVlan) X(Swct_GetVlanInfo)          \
+        X(Swct_SwitchPort_GetPvid) X(Swct_GetProviderEdgePort) X(Swct_GetCVidRegistration)                             \
             X(Swct_GetPortMembersOfVlan) X(Swct_GetFreeProviderEdgePortMoid) X(Swct_GetPortVlanList)                   \
                 X(Swct_GetConfiguredVlans) X(Swct_GetPortVlanBitMap) X(Swct_GetBitmapOfCVidRegisteredToSVid)           \
                     X(Swct_GetConfiguredCVlans) X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) X(Swct_GetCepSVlanList) \

@@ -152,6 +152,7 @@ bool CompareScene(const Scene& sScene, const Options& sOptions)
     aCandidate.push_back({"this library", LoadedWorks(0, sScene)});
     aCandidate.push_back({"the other library", LoadedWorks(sOptions.library.empty() ? 0 : 1, sScene)});
     aCandidate.push_back({"the plain hand", PlainHandWorks(sScene)});
+    aCandidate.push_back({"the fast hand", FastHandWorks(sScene)});
     const Keeper keeper;
     bool boSame = true;
     for (const Work& sWork : aCandidate[0].works) {
