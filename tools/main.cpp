@@ -1,6 +1,7 @@
 // main.cpp - the piovios command: its table of commands, what all of them share, and how they end.
 #include "commands/command.h"
 #include "commands/help.h"
+#include "file/read_names.h"
 #include "objects/failure.h"
 #include "platform/gt.h"
 #include "platform/standin.h"
@@ -29,8 +30,10 @@ constexpr Command kCommands[] = {
      "piovios show vlans --port 1/2\npiovios show vlan 100\npiovios show cvids --port 1/3 --svid 100-199\n"
      "piovios show ports --json\n",
      SetUpShow},
-    {"explain", "Tell the way of a frame through the node, step by step",
-     "piovios explain --port 1/3 --cvid 10\npiovios explain --port 1/1 --vlan 100\n", SetUpExplain},
+    {"explain", "Tell the way of a frame through the node, step by step, and where it ends",
+     "piovios explain --port 1/3 --cvid 10\npiovios explain --port 1/1 --vlan 100 --cvid 10\n"
+     "piovios explain --port 1/4 --untagged\n",
+     SetUpExplain},
     {"check", "Audit the region: recompute every derived value and compare", "piovios check\npiovios check --json\n",
      SetUpCheck},
     {"watch", "Print what changes in the region, as it changes; Ctrl-C ends",
@@ -93,6 +96,10 @@ int Run(int argc, char** argv, Globals& globals)
     app.add_option("--debug", DBG_SWCH, "Trace level of the library, 0 to 7; traces go to stderr")
         ->type_name("LEVEL")
         ->check(InRange(0, 7));
+    std::string names;
+    app.add_option("--names", names, "File of the site's names for values, counters and stamps")
+        ->type_name("FILE")
+        ->envname("PIOVIOS_NAMES");
     app.require_subcommand(0, 1); // or a file that is called "check" would count as a second one
     std::vector<std::pair<const CLI::App*, Action>> actions;
     for (const Command& row : kCommands) {
@@ -112,6 +119,9 @@ int Run(int argc, char** argv, Globals& globals)
     // The tool has its own words for what goes wrong; the library's are for those who debug it.
     Standin__SetErrorTracing(DBG_SWCH > 0 ? 1 : 0);
     DBG_EHSL = DBG_SWCH;
+    if (!names.empty()) {
+        UseNames(ReadNames(names));
+    }
     const int exitCode = ActionOfParsed(std::move(actions))(globals);
     Flush();
     return exitCode;

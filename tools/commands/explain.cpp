@@ -1,6 +1,8 @@
-// explain.cpp - the way of a frame through the node, told step by step from the tables.
+// explain.cpp - the way of a frame through the node, told step by step, and its end in one line.
+#include "commands/frame_way.h"
 #include "commands/help.h"
 #include "commands/region_view.h"
+#include "file/read_names.h"
 #include "objects/failure.h"
 #include "terminal/attach.h"
 
@@ -19,211 +21,391 @@ struct Step {
 
 using Story = std::vector<Step>;
 
+Json VidOrNull(uint16_t vid)
+{
+    return vid == 0 ? Json() : Json(vid);
+}
+
 std::string VlanText(uint16_t vlan)
 {
     const Json name = VlanName(vlan);
-    return name.is_null() ? fmt::format("VLAN {} (which does not exist)", vlan)
-                          : fmt::format("VLAN {} \"{}\"", vlan, name.get<std::string>());
+    return name.is_null() ? fmt::format("VLAN {}", vlan) : fmt::format("VLAN {} \"{}\"", vlan, name.get<std::string>());
 }
 
-const char* MembershipText(uint32_t membership)
+std::string ModeText(uint32_t mode)
 {
-    constexpr const char* kWords[] = {"no member", "tagged", "untagged", "a member, neither tagged nor untagged"};
-    return kWords[KindOfMembership(membership)];
-}
-
-// The first step of every story; false when it ends there.
-bool TellPort(Story& story, Port port)
-{
-    const bool exists = Swct_DoesSwitchPortExist(port.slot, port.port) != 0;
-    const std::string type = TypeOf(port);
     SwctSwitchAttributes attributes{};
-    Swct_GetSwitchAttributes(&attributes);
-    const std::string mode = TextOf(kSwitchFields, "mode", &attributes);
-    story.push_back({"port",
-                     exists ? fmt::format("The frame arrives on port {}, a port of type {}; the switch mode is {}.",
-                                          ToText(port), type, mode)
-                            : fmt::format("Port {} does not exist: no frame arrives there.", ToText(port)),
-                     {{"port", ToText(port)}, {"exists", exists}, {"type", type}, {"switchMode", mode}}});
-    return exists;
+    attributes.dwSwitchMode = mode;
+    return TextOf(kSwitchFields, "mode", &attributes);
 }
 
-// How the frame leaves through a member port.  The VID on the wire may differ from the VLAN.
-std::string EgressText(uint16_t vlan, Port port)
+// The management standards disagree about every other value.
+constexpr uint32_t kAdmitAllOfStandards = 1;
+
+Admission AdmissionOf(Port port)
 {
-    const uint32_t membership = MembershipOf(vlan, port);
-    std::string text = fmt::format("{} {}", ToText(port), MembershipText(membership));
-    uint16_t localVid = 0;
-    Swct_GetLowestLocalVidTranslatedToRelayVid(port.slot, port.port, vlan, &localVid);
-    if (localVid != 0) {
-        text += fmt::format(" as VID {}", localVid);
+    const uint32_t value = Swct_GetVlanFrameAdmit(port.slot, port.port);
+    const std::string* name = Names().Find(kFrameAdmission, value);
+    if (name == nullptr) {
+        return value == kAdmitAllOfStandards ? Admission::kAll : Admission::kNotKnown;
     }
-    const uint16_t pep = PepIndexOf(port, vlan);
-    if (Swct_IsCep(port.slot, port.port) != 0 && pep != 0) {
-        text += fmt::format(" through PEP {} to {} C-VIDs", pep,
-                            Swct_GetNumberOfCVidRegistrationsForSVid(port.slot, port.port, vlan));
-    }
-    return text;
+    return *name == kAdmitAll        ? Admission::kAll
+           : *name == kAdmitTagged   ? Admission::kOnlyTagged
+           : *name == kAdmitUntagged ? Admission::kOnlyUntagged
+                                     : Admission::kNotKnown;
 }
 
-void TellMembers(Story& story, uint16_t vlan, Port ingress)
+// What was asked: the tags by the number of the option that named them.
+struct Question {
+    Frame frame;
+    bool isCVid = false; // asked with --cvid only
+    Admission admission = Admission::kNotKnown;
+};
+
+void TellPort(Story& story, const Question& question, const FrameWay& way)
 {
-    std::string text;
-    Json members = Json::array();
-    for (const Port port : AllPorts()) {
-        const uint32_t membership = MembershipOf(vlan, port);
-        // A CEP is reached through its PEP, whether or not it is listed as a member.
-        const bool isReached =
-            membership != 0 || (Swct_IsCep(port.slot, port.port) != 0 && PepIndexOf(port, vlan) != 0);
-        if (isReached && port != ingress) {
-            text += (text.empty() ? "" : "; ") + EgressText(vlan, port);
-            members.push_back(ToText(port));
+    const std::string port = ToText(question.frame.port);
+    const std::string type = TypeOf(question.frame.port);
+    const std::string mode = ModeText(way.switchMode);
+    std::string text = fmt::format("Port {} does not exist.", port);
+    if (way.isPort) {
+        text = fmt::format("The frame arrives on port {}, a port of type {}; the switch mode is {}.", port, type, mode);
+        if (type != "none" && way.switchMode != SWCT_SWITCH_MODE_PROVIDER_BRIDGE) {
+            text += " In this mode no provider-bridge data is in force: it is an ordinary port.";
         }
     }
-    story.push_back({"members",
-                     text.empty() ? fmt::format("No other port is in {}: the frame goes nowhere.", VlanText(vlan))
-                                  : fmt::format("{} takes it to: {}.", VlanText(vlan), text),
-                     {{"vlan", vlan}, {"exists", Swct_DoesVlanExist(vlan) != 0}, {"ports", members}}});
+    story.push_back({"port", text, {{"port", port}, {"exists", way.isPort}, {"type", type}, {"switchMode", mode}}});
 }
 
-// False when the story ends here.
-bool TellPep(Story& story, Port port, const SwctCVidRegistration& registration)
+void TellAdmission(Story& story, const Question& question, const FrameWay& way)
 {
-    const uint16_t svid = registration.wSvid;
-    const uint16_t pep = PepIndexOf(port, svid);
-    const bool isUntagged = registration.boUntaggedPep == 1;
-    story.push_back({"pep",
-                     pep == 0 ? fmt::format("Port {} has no provider edge port for S-VID {}: the frame is not carried.",
-                                            ToText(port), svid)
-                              : fmt::format("Provider edge port {} takes it into S-VLAN {}, C-tag {}.", pep, svid,
-                                            isUntagged ? "removed" : "kept"),
-                     {{"pep", pep}, {"sVid", svid}, {"untaggedPep", isUntagged}}});
-    if (pep == 0) {
-        return false;
+    if (question.admission == Admission::kAll || way.drop == Drop::kReservedVid) {
+        return;
     }
-    const Json priorities = RegeneratedPriorities({SWCT_CLASS_PROVIDER_EDGE_PORT, port.slot, port.port, pep});
+    const bool isDropped = way.drop == Drop::kNotAdmitted;
+    const bool isKnown = question.admission != Admission::kNotKnown;
+    const std::string value = Names().Text(kFrameAdmission, way.admissionValue);
+    std::string text = fmt::format("Frame admission is {}: {} frames are {}admitted.", value,
+                                   way.isByPvid ? "untagged" : "tagged", isDropped ? "not " : "");
+    if (!isKnown) {
+        text = fmt::format("Frame admission is {}, and no file of names says what that admits: taken as all.", value);
+    }
+    story.push_back(
+        {"admission", text, {{"frameAdmission", way.admissionValue}, {"isKnown", isKnown}, {"admitted", !isDropped}}});
+}
+
+// How the port reads the frame's number; nothing to tell when it is what the question calls it.
+void TellTag(Story& story, const Question& question, const FrameWay& way)
+{
+    const char* kind = way.isCep ? "C-VID" : "VLAN id";
+    const Json facts = {{"vid", VidOrNull(way.vid)}, {"isCVid", way.isCep}};
+    if (way.drop == Drop::kReservedVid) {
+        story.push_back({"tag", "VID 4095 is reserved: no frame has it.", facts});
+    } else if (way.isQinQ) {
+        return;
+    } else if (way.isByPvid) {
+        story.push_back(
+            {"pvid",
+             way.drop == Drop::kNoPvid
+                 ? fmt::format("The port's PVID is {}, no VID: untagged frames have no VLAN.", way.vid)
+                 : fmt::format("The frame is untagged: it gets the port's PVID {} as its {}.", way.vid, kind),
+             facts});
+    } else if (question.isCVid != way.isCep) {
+        story.push_back({"tag",
+                         fmt::format("The port is {} customer edge port in force: {} is a {} there.",
+                                     way.isCep ? "a" : "no", way.vid, kind),
+                         facts});
+    }
+}
+
+std::string RegistrationText(const FrameWay& way)
+{
+    if (!way.isRegistered) {
+        return fmt::format("C-VID {} has no registration and the port no default one.", way.vid);
+    }
+    std::string text = fmt::format("C-VID {} has {}: it belongs to S-VID {}", way.vid,
+                                   way.isOwnRegistration ? "a registration of its own"
+                                                         : "no registration of its own; the default one counts",
+                                   way.sVid);
+    if (way.relayCVid != 0) {
+        text += fmt::format(" and is relayed as C-VID {}", way.relayCVid);
+    } else if (way.isRelayIgnored) {
+        text += "; its relay C-VID is no VID, so it is not relayed";
+    }
+    if (!way.isOwnRegistration && way.filteringValue != SWCT_INGRESS_FILTERING_DEFAULT_CVID) {
+        text += fmt::format(", whatever ingress filtering ({}) says", way.filteringValue);
+    }
+    return text + '.';
+}
+
+void TellCep(Story& story, Port port, const FrameWay& way)
+{
+    story.push_back({"registration",
+                     RegistrationText(way),
+                     {{"cVid", way.vid},
+                      {"registration", !way.isRegistered       ? Json()
+                                       : way.isOwnRegistration ? Json("own")
+                                                               : Json("default")},
+                      {"sVid", VidOrNull(way.sVid)},
+                      {"relayCVid", VidOrNull(way.relayCVid)}}});
+    if (!way.isRegistered) {
+        return;
+    }
+    story.push_back({"pep",
+                     way.pep == 0
+                         ? fmt::format("Port {} has no provider edge port for S-VID {}.", ToText(port), way.sVid)
+                         : fmt::format("Provider edge port {} takes it into S-VLAN {}, C-tag {}{}.", way.pep, way.sVid,
+                                       way.isUntaggedPep ? "removed" : "kept",
+                                       way.isVlan && way.membership == 0
+                                           ? "; the port is not among the VLAN's members, but the PEP counts"
+                                           : ""),
+                     {{"pep", VidOrNull(way.pep)}, {"sVid", way.sVid}, {"untaggedPep", way.isUntaggedPep}}});
+    if (way.pep == 0) {
+        return;
+    }
+    const Json priorities = RegeneratedPriorities({SWCT_CLASS_PROVIDER_EDGE_PORT, port.slot, port.port, way.pep});
     std::string text;
     for (std::size_t i = 0; i < priorities.size(); ++i) {
         text += fmt::format(" {}->{}", i + 1, priorities[i].dump());
     }
     story.push_back(
         {"priority", fmt::format("Its priority is regenerated:{}.", text), {{"priorityRegeneration", priorities}}});
-    return true;
 }
 
-void TellCVid(Story& story, Port port, uint16_t cvid)
+void TellTranslation(Story& story, const FrameWay& way)
 {
-    SwctCVidRegistration registration{};
-    const bool isFound = Swct_GetCVidRegistration(port.slot, port.port, cvid, &registration) != 0;
-    const bool isOwn = isFound && Swct_DoesCVlanForOnePortExist(cvid, port.slot, port.port) != 0;
-    if (!isFound) {
-        const bool isCep = Swct_IsCep(port.slot, port.port) != 0;
-        story.push_back({"registration",
-                         isCep ? fmt::format("C-VID {} has no registration and the port no default one: the frame is "
-                                             "not carried.",
-                                             cvid)
-                               : std::string("Only customer edge ports (cep) register C-VIDs: the frame is not carried "
-                                             "by C-VID; ask with --vlan."),
-                         {{"cVid", cvid}, {"registration", nullptr}}});
-        return;
+    std::string text = fmt::format("The port translates VID {} to {}.", way.vid, way.relayVid);
+    if (way.relayVid == 0) {
+        text = fmt::format("The port's translation of VID {} has relay VID 0: it counts as none.", way.vid);
+    } else if (way.drop == Drop::kNoRelayVid) {
+        text = fmt::format("The port translates VID {} to {}, which is no VID.", way.vid, way.relayVid);
     }
-    const bool isRelayed = isOwn && registration.boRelayCVid == 1;
+    story.push_back({"translation", text, {{"localVid", way.vid}, {"relayVid", way.relayVid}}});
+}
+
+void TellQinQ(Story& story, Port port, const FrameWay& way)
+{
+    const uint32_t priority = Swct_GetQinQProviderTagPriority(port.slot, port.port);
     story.push_back(
-        {"registration",
-         fmt::format("C-VID {} has {}: it belongs to S-VID {}{}.", cvid,
-                     isOwn ? "a registration of its own" : "no registration of its own; the default one counts",
-                     +registration.wSvid,
-                     isRelayed ? fmt::format(" and is relayed as C-VID {}", +registration.wRelayCVid) : ""),
-         {{"cVid", cvid},
-          {"registration", isOwn ? "own" : "default"},
-          {"sVid", +registration.wSvid},
-          {"relayCVid", isRelayed ? Json(+registration.wRelayCVid) : Json()}}});
-    if (!TellPep(story, port, registration)) {
+        {"qinq",
+         way.drop == Drop::kNoProviderVid
+             ? std::string("QinQ is enabled, but the port's provider VID is none.")
+             : fmt::format("QinQ puts a provider tag with VID {} and priority {} in front.", way.providerVid, priority),
+         {{"providerVid", VidOrNull(way.vlan)}, {"priority", priority}}});
+}
+
+void TellIngress(Story& story, Port port, const FrameWay& way)
+{
+    if (!way.isVlan) {
+        story.push_back(
+            {"vlan", fmt::format("VLAN {} does not exist.", way.vlan), {{"vlan", way.vlan}, {"exists", false}}});
         return;
     }
-    TellMembers(story, registration.wSvid, port);
-    const bool isUntagged = registration.boUntaggedCep == 1;
-    story.push_back({"return",
-                     fmt::format("Frames of C-VID {} that come back leave port {} {}.", cvid, ToText(port),
-                                 isUntagged ? "untagged" : "tagged"),
-                     {{"untaggedCep", isUntagged}}});
-}
-
-// Where the frame's VID is replaced or wrapped; returns the VLAN in which the node relays it.
-uint16_t TellTranslation(Story& story, Port port, uint16_t vlan)
-{
-    uint16_t relayVid = 0;
-    Swct_GetRelayVidOfLocalVid(port.slot, port.port, vlan, &relayVid);
-    if (relayVid != 0) {
-        story.push_back({"translation",
-                         fmt::format("The port translates VID {} to {}.", vlan, relayVid),
-                         {{"localVid", vlan}, {"relayVid", relayVid}}});
-        return relayVid;
+    if (way.isCep) {
+        return;
     }
-    const SwctPortMoid moid{SWCT_CLASS_QINQ_PORT, port.slot, port.port};
-    if (Swct_DoesQinQPortExist(moid) != 0 && Swct_IsQinQEnabledOnPort(moid) != 0) {
-        const uint16_t providerVid = Swct_GetQinQPortProviderVid(moid);
-        story.push_back({"qinq",
-                         fmt::format("QinQ puts a provider tag with VID {} and priority {} in front.", providerVid,
-                                     Swct_GetQinQProviderTagPriority(port.slot, port.port)),
-                         {{"providerVid", providerVid}}});
-        return providerVid;
+    constexpr const char* kWords[] = {"no member", "a tagged member", "an untagged member",
+                                      "a member, neither tagged nor untagged,"};
+    std::string text =
+        fmt::format("Port {} is {} of {}", ToText(port), kWords[KindOfMembership(way.membership)], VlanText(way.vlan));
+    if (way.membership == 0) {
+        text += fmt::format("; ingress filtering ({}) is {}", way.filteringValue,
+                            way.drop == Drop::kNoMember ? "on" : "off, so the frame is accepted");
     }
-    return vlan;
-}
-
-void TellVlan(Story& story, Port port, uint16_t vlan)
-{
-    const uint16_t relayed = TellTranslation(story, port, vlan);
-    const uint32_t membership = MembershipOf(relayed, port);
-    const uint16_t pvid = Swct_SwitchPort_GetPvid(port.slot, port.port);
     story.push_back({"ingress",
-                     fmt::format("In {} port {} is {}{}.", VlanText(relayed), ToText(port), MembershipText(membership),
-                                 pvid == relayed ? "; untagged frames of the port get this VLAN, too" : ""),
-                     {{"vlan", relayed}, {"membership", membership}, {"pvid", pvid}}});
-    TellMembers(story, relayed, port);
+                     text + '.',
+                     {{"vlan", way.vlan},
+                      {"membership", way.membership},
+                      {"ingressFiltering", way.filteringValue},
+                      {"accepted", way.drop != Drop::kNoMember}}});
 }
 
-void Tell(const Story& story, bool asJson)
+std::string ExitText(const Exit& exit)
 {
-    if (asJson) {
-        Json steps = Json::array();
-        for (const Step& step : story) {
-            Json document = {{"step", step.name}, {"text", step.text}};
-            document.update(step.facts);
-            steps.push_back(std::move(document));
+    std::string text = ToText(exit.port) + ' ';
+    switch (exit.tagging) {
+    case Tagging::kTagged:
+        text += exit.vid == 0 ? "tagged with its C-VID"
+                              : fmt::format("tagged as {} {}", exit.pep != 0 ? "C-VID" : "VID", exit.vid);
+        break;
+    case Tagging::kUntagged:
+        text += exit.isOuterTagOff ? "with the outer tag taken off" : "untagged";
+        break;
+    case Tagging::kByCVid:
+        text += "tagged or untagged by its C-VID";
+        break;
+    case Tagging::kOther:
+        text += "as a member that is neither tagged nor untagged";
+    }
+    if (exit.localVids > 1) {
+        text += fmt::format(", the lowest of {} local VIDs", exit.localVids);
+    }
+    if (exit.innerVid != 0) {
+        text += fmt::format("{}C-tag {}", exit.vid != 0 ? " with " : ", ", exit.innerVid);
+    }
+    if (exit.pep != 0) {
+        text += fmt::format(" through PEP {}", exit.pep);
+        text += exit.cVids > 1 ? fmt::format(", one of {} C-VIDs", exit.cVids) : "";
+        text += exit.isMember ? "" : " (not among the members; the PEP counts)";
+    }
+    return text;
+}
+
+std::string ExitsText(const FrameWay& way)
+{
+    std::string text;
+    for (const Exit& exit : way.exits) {
+        text += (text.empty() ? "" : "; ") + ExitText(exit);
+    }
+    return text;
+}
+
+std::string MissedText(const Missed& missed, const FrameWay& way)
+{
+    switch (missed.why) {
+    case Drop::kNoPort:
+        return fmt::format(" Member {} is passed over: no such port.", ToText(missed.port));
+    case Drop::kNoPep:
+        return fmt::format(" Member {} is passed over: it has no provider edge port for S-VID {}.", ToText(missed.port),
+                           way.vlan);
+    default:
+        return way.cVid == 0 ? fmt::format(" {} is passed over: no C-VID belongs to S-VID {} there.",
+                                           ToText(missed.port), way.vlan)
+                             : fmt::format(" {} is passed over: C-VID {} does not belong to S-VID {} there.",
+                                           ToText(missed.port), way.cVid, way.vlan);
+    }
+}
+
+Json ExitsJson(const FrameWay& way)
+{
+    Json exits = Json::array();
+    for (const Exit& exit : way.exits) {
+        Json json = {{"port", ToText(exit.port)},  {"tagging", NameOf(exit.tagging)},
+                     {"vid", VidOrNull(exit.vid)}, {"innerVid", VidOrNull(exit.innerVid)},
+                     {"pep", VidOrNull(exit.pep)}, {"member", exit.isMember}};
+        if (exit.pep != 0) {
+            json["cVids"] = exit.cVids;
         }
-        PrintJson({{"steps", std::move(steps)}});
-        return;
+        exits.push_back(std::move(json));
     }
-    for (std::size_t i = 0; i < story.size(); ++i) {
-        Print(fmt::format("{} {}\n", Styled(Style::kHeading, fmt::format("{}. {:<13}", i + 1, story[i].name)),
-                          story[i].text));
+    return exits;
+}
+
+void TellMembers(Story& story, const FrameWay& way)
+{
+    std::string text = way.exits.empty() ? fmt::format("No other port carries {}.", VlanText(way.vlan))
+                                         : fmt::format("{} takes it to: {}.", VlanText(way.vlan), ExitsText(way));
+    Json missed = Json::array();
+    for (const Missed& port : way.missed) {
+        text += MissedText(port, way);
+        missed.push_back({{"port", ToText(port.port)}, {"reason", NameOf(port.why)}});
     }
+    story.push_back({"members", text, {{"vlan", way.vlan}, {"members", ExitsJson(way)}, {"passedOver", missed}}});
+}
+
+Story StoryOf(const Question& question, const FrameWay& way)
+{
+    const Port port = question.frame.port;
+    Story story;
+    TellPort(story, question, way);
+    if (!way.isPort) {
+        return story;
+    }
+    TellAdmission(story, question, way);
+    if (way.drop == Drop::kNotAdmitted) {
+        return story;
+    }
+    TellTag(story, question, way);
+    if (way.drop == Drop::kReservedVid || way.drop == Drop::kNoPvid) {
+        return story;
+    }
+    if (way.isQinQ) {
+        TellQinQ(story, port, way);
+    } else if (way.isCep) {
+        TellCep(story, port, way);
+    } else if (way.isTranslated) {
+        TellTranslation(story, way);
+    }
+    const bool isIn = way.isVlan && way.drop != Drop::kNoMember;
+    if (isIn || way.drop == Drop::kNoVlan || way.drop == Drop::kNoMember) {
+        TellIngress(story, port, way);
+    }
+    if (isIn) {
+        TellMembers(story, way);
+    }
+    if (isIn && way.isCep) {
+        story.push_back({"return",
+                         fmt::format("Frames of C-VID {} that come back leave port {} {}.", way.vid, ToText(port),
+                                     way.isUntaggedCep ? "untagged" : "tagged"),
+                         {{"untaggedCep", way.isUntaggedCep}}});
+    }
+    return story;
+}
+
+// The reason of a drop is the last sentence of its step, but for the full stop.
+std::string VerdictText(const Story& story, const FrameWay& way)
+{
+    if (way.drop == Drop::kNone) {
+        return "carried to " + ExitsText(way);
+    }
+    for (const Step& step : story) {
+        if (StepOf(way.drop) == step.name) {
+            return fmt::format("dropped at {}: {}", step.name, step.text.substr(0, step.text.size() - 1));
+        }
+    }
+    return fmt::format("dropped at {}", StepOf(way.drop));
+}
+
+void PrintAsJson(const Question& question, const FrameWay& way, const Story& story)
+{
+    const bool isCarried = way.drop == Drop::kNone;
+    Json steps = Json::array();
+    for (const Step& step : story) {
+        Json json = {{"step", step.name}};
+        json.update(step.facts);
+        steps.push_back(std::move(json));
+    }
+    PrintJson({{"frame",
+                {{"port", ToText(question.frame.port)},
+                 {"vid", VidOrNull(question.frame.vid)},
+                 {"innerVid", VidOrNull(question.frame.innerVid)}}},
+               {"verdict", isCarried ? "carried" : "dropped"},
+               {"droppedAt", isCarried ? Json() : Json(StepOf(way.drop))},
+               {"reason", isCarried ? Json() : Json(NameOf(way.drop))},
+               {"vlan", VidOrNull(way.vlan)},
+               {"members", ExitsJson(way)},
+               {"steps", std::move(steps)}});
 }
 
 struct Options {
     std::string port;
     std::optional<uint16_t> cvid;
     std::optional<uint16_t> vlan;
+    bool untagged = false;
 };
 
 int Explain(const Globals& globals, const Options& options)
 {
-    const Port port = ParsePort(options.port);
-    if (!options.cvid && !options.vlan) {
-        throw Failure(kBadInput, "the frame's VLAN id is missing: give --cvid N or --vlan N");
+    if (!options.cvid && !options.vlan && !options.untagged) {
+        throw Failure(kBadInput, "the frame's tag is missing: give --cvid N, --vlan N or --untagged");
     }
+    Question question;
+    question.frame = {ParsePort(options.port), options.vlan.value_or(options.cvid.value_or(0)),
+                      options.vlan && options.cvid ? *options.cvid : uint16_t{0}};
+    question.isCVid = options.cvid && !options.vlan;
     AttachForReading();
-    Story story;
-    if (TellPort(story, port)) {
-        if (options.cvid) {
-            TellCVid(story, port, *options.cvid);
-        } else {
-            TellVlan(story, port, *options.vlan);
-        }
+    question.admission = AdmissionOf(question.frame.port);
+    const FrameWay way = WayOf(question.frame, question.admission);
+    const Story story = StoryOf(question, way);
+    if (globals.json) {
+        PrintAsJson(question, way, story);
+        return kOk;
     }
-    Tell(story, globals.json);
+    for (std::size_t i = 0; i < story.size(); ++i) {
+        Print(fmt::format("{} {}\n", Styled(Style::kHeading, fmt::format("{}. {:<13}", i + 1, story[i].name)),
+                          story[i].text));
+    }
+    Print(Styled(way.drop == Drop::kNone ? Style::kGood : Style::kBad, VerdictText(story, way)) + '\n');
     return kOk;
 }
 
@@ -235,10 +417,15 @@ Action SetUpExplain(CLI::App& command)
     command.add_option("--port", options->port, "Where the frame arrives, such as 1/3")
         ->required()
         ->type_name("SLOT/PORT");
-    CLI::Option* cvid = command.add_option("--cvid", options->cvid, "C-VID of a frame on a customer edge port");
-    CLI::Option* vlan = command.add_option("--vlan", options->vlan, "VLAN id of a frame on any other port");
-    cvid->check(InRange(1, SWCT_PB_VID_MAX))->type_name("C-VID")->excludes(vlan);
-    vlan->check(InRange(1, SWCT_VLAN_MAX))->type_name("VLAN");
+    command.add_option("--vlan", options->vlan, "VID of the frame's first tag")
+        ->check(InRange(1, SWCT_VLAN_MAX))
+        ->type_name("VLAN");
+    command.add_option("--cvid", options->cvid, "C-VID of the frame; with --vlan, of the tag behind the first")
+        ->check(InRange(1, SWCT_VLAN_MAX))
+        ->type_name("C-VID");
+    command.add_flag("--untagged", options->untagged, "The frame has no tag, or one of VID 0")
+        ->excludes("--vlan")
+        ->excludes("--cvid");
     return [options](const Globals& globals) { return Explain(globals, *options); };
 }
 
