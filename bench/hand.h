@@ -1,9 +1,10 @@
-// hand.h - the limit: the same bytes read and written by hand, without a key test, a view or a trace.
-//
-// Several candidates: the fastest of them is the limit of a work.
+// hand.h - the limit: the same bytes read and written by hand, by the fastest loops that were found.
 #pragma once
 
 #include "works.h"
 
-std::vector<Work> PlainHandWorks(const Scene& sScene); // one record after the other
-std::vector<Work> FastHandWorks(const Scene& sScene);  // several records at a time
+std::vector<Work> HandWorks(const Scene& sScene);
+
+// Beside a writer.
+void HandPush(const ClassData& sClass);
+uint32_t HandAsk(uint16_t wClass, PortKey s, uint16_t wVid);

@@ -2,6 +2,7 @@
 // table, or another build of it, loaded from a file.
 #pragma once
 
+#include "beside_writer.h"
 #include "works.h"
 
 // Attaches the linked library for writing to a new object; false when it could not.
@@ -13,3 +14,4 @@ std::vector<Work> LinkedWorksWithoutPlt(const Scene& sScene);
 // pointers like the others.  On failure 'error' says why.
 bool OpenLoaded(const std::string& path, std::string& error);
 std::vector<Work> LoadedWorks(std::size_t number, const Scene& sScene); // the nth that was opened
+std::vector<Asker> LibraryAskers();                                     // of all that were opened

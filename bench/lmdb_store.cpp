@@ -30,13 +30,14 @@ constexpr unsigned kIndex = MDB_INTEGERKEY | MDB_DUPSORT | MDB_DUPFIXED | MDB_IN
 
 class LmdbStore final : public Store {
 public:
-    explicit LmdbStore(const std::string& path)
+    LmdbStore(const std::string& path, bool boBesideWriter)
     {
-        constexpr unsigned kFlags = MDB_NOSUBDIR | MDB_WRITEMAP | MDB_NOSYNC | MDB_NOLOCK | MDB_NOTLS;
+        const unsigned flags =
+            MDB_NOSUBDIR | MDB_WRITEMAP | MDB_NOSYNC | MDB_NOTLS | (boBesideWriter ? 0U : MDB_NOLOCK);
         Check(mdb_env_create(&pEnv));
         Check(mdb_env_set_maxdbs(pEnv, 32));
         Check(mdb_env_set_mapsize(pEnv, 256U << 20));
-        Check(mdb_env_open(pEnv, path.c_str(), kFlags, 0600));
+        Check(mdb_env_open(pEnv, path.c_str(), flags, 0600));
         Check(mdb_txn_begin(pEnv, nullptr, MDB_RDONLY, &pRead));
     }
 
@@ -46,9 +47,10 @@ public:
         mdb_env_close(pEnv);
     }
 
-    const char* Name() const override
+    void Refresh() override
     {
-        return "LMDB";
+        mdb_txn_reset(pRead);
+        Check(mdb_txn_renew(pRead));
     }
 
     void Replace(const ClassData& sClass) override
@@ -144,7 +146,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Store> OpenLmdb(const std::string& path)
+std::unique_ptr<Store> OpenLmdb(const std::string& path, bool boBesideWriter)
 {
-    return std::make_unique<LmdbStore>(path);
+    return std::make_unique<LmdbStore>(path, boBesideWriter);
 }

@@ -13,6 +13,18 @@ struct Loaded {
 
 std::deque<Library<Loaded>> libraries;
 
+template <std::size_t kNumber>
+Asker AskerOf(const char* pName)
+{
+    const auto ask = [](uint16_t wClass, PortKey s, uint16_t wVid) {
+        const Key sKey{s.bSlot, s.bPort, wVid, 0};
+        const auto& library = libraries[kNumber];
+        return static_cast<uint32_t>(wClass == SWCT_CLASS_VLAN_PORT ? library.IsMember(sKey)
+                                                                    : library.Registration(sKey));
+    };
+    return {pName, [](const ClassData& sClass) { libraries[kNumber].Write(sClass); }, ask};
+}
+
 } // namespace
 
 bool OpenLoaded(const std::string& path, std::string& error)
@@ -41,4 +53,13 @@ bool OpenLoaded(const std::string& path, std::string& error)
 std::vector<Work> LoadedWorks(std::size_t number, const Scene& sScene)
 {
     return WorksOf(libraries.at(number), sScene);
+}
+
+std::vector<Asker> LibraryAskers()
+{
+    std::vector<Asker> aAsker{AskerOf<0>("library")};
+    if (libraries.size() > 1) {
+        aAsker.push_back(AskerOf<1>("other library"));
+    }
+    return aAsker;
 }

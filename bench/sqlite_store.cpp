@@ -9,11 +9,12 @@ namespace {
 
 class SqliteStore final : public Store {
 public:
-    explicit SqliteStore(const std::string& path)
+    SqliteStore(const std::string& path, bool boBesideWriter)
     {
         Check(sqlite3_open(path.c_str(), &pDb));
         Run("PRAGMA page_size=8192");
-        Run("PRAGMA journal_mode=OFF");
+        Run(boBesideWriter ? "PRAGMA journal_mode=WAL" : "PRAGMA journal_mode=OFF");
+        sqlite3_busy_timeout(pDb, 10000);
         Run("PRAGMA synchronous=OFF");
         Run("PRAGMA cache_size=-65536");
         Run("PRAGMA mmap_size=268435456");
@@ -31,9 +32,10 @@ public:
         sqlite3_close(pDb);
     }
 
-    const char* Name() const override
+    void Refresh() override
     {
-        return "SQLite";
+        Run("COMMIT");
+        Run("BEGIN");
     }
 
     void Replace(const ClassData& sClass) override
@@ -145,7 +147,7 @@ private:
 
 } // namespace
 
-std::unique_ptr<Store> OpenSqlite(const std::string& path)
+std::unique_ptr<Store> OpenSqlite(const std::string& path, bool boBesideWriter)
 {
-    return std::make_unique<SqliteStore>(path);
+    return std::make_unique<SqliteStore>(path, boBesideWriter);
 }

@@ -1,6 +1,9 @@
-// By hand, several records at a time; writes are one merge over the table, for records in key order.
+// By hand: without a key test, a view or a trace.  Passes take several records at a time (kernels.h); writes are one
+// merge over the table, for records in key order.
 #include "hand.h"
 #include "kernels.h"
+
+#include <algorithm>
 
 namespace {
 
@@ -259,7 +262,179 @@ BENCH_CALLED void ReadTranslations(uint8_t* pReply) noexcept
     ReadRecords<SWCT_CLASS_VID_TRANSLATION, kTranslationSize>(pReply, Translations);
 }
 
-struct FastHand {
+using History = SwctQueueStatisticsHistorical;
+using HistoryMoid = SwctQueueStatisticsHistoricalMoid;
+constexpr unsigned kRecords = SWCT_HISTORY_15M_RECORDS;
+
+const History* Ring(unsigned slot, unsigned port, unsigned queue) noexcept
+{
+    return pRegion->sQueueStatisticsHistorical15m[slot - 1][port - 1][queue];
+}
+
+unsigned Current(const History* pRing) noexcept
+{
+    unsigned i = 0;
+    while (i < kRecords && pRing[i].boIsCurrentPeriod != 1) {
+        ++i;
+    }
+    return i;
+}
+
+bool IsIn(const SwctVlanEntry& sEntry, PortKey s) noexcept
+{
+    return sEntry.boExists != 0 && sEntry.adwMembership[s.bSlot - 1][s.bPort - 1] != 0;
+}
+
+void SetBit(uint8_t* pBitmap, unsigned vid) noexcept
+{
+    pBitmap[vid / 8] = static_cast<uint8_t>(pBitmap[vid / 8] | 1U << vid % 8);
+}
+
+// The bits of the VLANs that pass, a byte at a time.
+template <class Test>
+void FillBitmap(uint8_t* pBitmap, Test test) noexcept
+{
+    const SwctVlanEntry* pBehind = pRegion->sVlan - 1;
+    for (unsigned byte = 0; byte < SWCT_VLAN_BITMAP_SIZE; ++byte) {
+        unsigned bits = 0;
+        for (unsigned bit = byte == 0 ? 1 : 0; bit < 8; ++bit) {
+            bits |= (test(pBehind[byte * 8 + bit]) ? 1U : 0U) << bit;
+        }
+        pBitmap[byte] = static_cast<uint8_t>(bits);
+    }
+}
+
+// The VLANs that pass, one behind the other, and a terminator.
+template <uint16_t kClass, class Body>
+void ReadVlanRecords(uint8_t* pReply, Body body) noexcept
+{
+    for (unsigned index = 0; index < SWCT_VLAN_MAX; ++index) {
+        if (pRegion->sVlan[index].boExists != 0) {
+            const auto& sBody = body(pRegion->sVlan[index]);
+            const uint32_t dwMoid = kClass | (index + 1) << 16;
+            std::memcpy(pReply, &dwMoid, sizeof dwMoid);
+            std::memcpy(pReply + sizeof dwMoid, &sBody, sizeof sBody);
+            pReply += sizeof dwMoid + sizeof sBody;
+        }
+    }
+    std::memset(pReply, 0, sizeof(SwctVlanMoid));
+}
+
+BENCH_CALLED void ReadVlans(uint8_t* pReply) noexcept
+{
+    ReadVlanRecords<SWCT_CLASS_VLAN>(
+        pReply, [](const SwctVlanEntry& s) -> auto& { return s.sVlanData; });
+}
+
+// Of this data every VLAN has an inner tag.
+BENCH_CALLED void ReadInnerTags(uint8_t* pReply) noexcept
+{
+    ReadVlanRecords<SWCT_CLASS_VLAN_IF_INNER_TAG>(
+        pReply, [](const SwctVlanEntry& s) -> auto& { return s.sInnerTag; });
+}
+
+BENCH_CALLED void WriteInnerTags(const ClassData& sClass) noexcept
+{
+    const auto* p = reinterpret_cast<const SwctVlanIfInnerTagRecord*>(sClass.abRequest.data());
+    for (std::size_t i = 0; i < sClass.aRow.size(); ++i) {
+        pRegion->sVlan[p[i].sMoid.wVlanId - 1].sInnerTag = p[i].sBody;
+    }
+}
+
+struct Exchange {
+    uint16_t wClass;
+    void (*pWrite)(const ClassData& sClass) noexcept;
+    void (*pRead)(uint8_t* pReply) noexcept;
+};
+
+constexpr Exchange kExchange[] = {
+    {SWCT_CLASS_VLAN, WriteVlans, ReadVlans},
+    {SWCT_CLASS_VLAN_PORT, WriteMembers, ReadMembers},
+    {SWCT_CLASS_VLAN_IF_INNER_TAG, WriteInnerTags, ReadInnerTags},
+    {SWCT_CLASS_CVID_REGISTRATION, WriteRegistrations, ReadRegistrations},
+    {SWCT_CLASS_VID_TRANSLATION, WriteTranslations, ReadTranslations},
+};
+
+const Exchange* FindExchange(uint16_t wClass) noexcept
+{
+    for (const Exchange& s : kExchange) {
+        if (s.wClass == wClass) {
+            return &s;
+        }
+    }
+    return nullptr;
+}
+
+struct Hand {
+    BENCH_CALLED static uint64_t VlanExists(Key s) noexcept
+    {
+        return pRegion->sVlan[s.wVid - 1].boExists;
+    }
+    BENCH_CALLED static uint64_t IsMember(Key s) noexcept
+    {
+        return IsIn(pRegion->sVlan[s.wVid - 1], {s.bSlot, s.bPort}) ? 1 : 0;
+    }
+    BENCH_CALLED static void CopyVlan(uint16_t wVid, SwctVlan* pVlan) noexcept
+    {
+        std::memcpy(pVlan, &pRegion->sVlan[wVid - 1].sVlanData, sizeof *pVlan);
+        pVlan->dwStatus = 2;
+        pVlan->sMacAddress = pRegion->sSwitch.sAttributes.sL3MacAddress;
+    }
+    static uint64_t VlanByCopy(Key s) noexcept
+    {
+        SwctVlan sVlan;
+        CopyVlan(s.wVid, &sVlan);
+        return uint64_t{sVlan.wVlanId} + sVlan.dwStatus;
+    }
+    BENCH_CALLED static const SwctVlan* PointVlan(uint16_t wVid) noexcept
+    {
+        return &pRegion->sVlan[wVid - 1].sVlanData;
+    }
+    static uint64_t VlanByPointer(Key s) noexcept
+    {
+        return PointVlan(s.wVid)->wVlanId;
+    }
+    BENCH_CALLED static uint64_t Pvid(Key s) noexcept
+    {
+        return pRegion->sSwitchPort[s.bSlot % SWCT_SLOT_MAX][s.bPort - 1].wPvid;
+    }
+    BENCH_CALLED static uint32_t GetPep(Key s, SwctProviderEdgePort* pRecord) noexcept
+    {
+        const SwctCepData& sCep = Pb({s.bSlot, s.bPort}).sCep;
+        const uint16_t wPepIndex = sCep.awPepIndexBySvid[s.wSvid - 1];
+        if (wPepIndex == 0) {
+            return 0;
+        }
+        std::memcpy(pRecord, &sCep.aProviderEdgePort[wPepIndex - 1], sizeof *pRecord);
+        return 1;
+    }
+    static uint64_t Pep(Key s) noexcept
+    {
+        SwctProviderEdgePort sRecord;
+        return GetPep(s, &sRecord) != 0 ? sRecord.wSvid : 0U;
+    }
+    BENCH_CALLED static uint32_t GetRegistration(Key s, SwctCVidRegistration* pRecord) noexcept
+    {
+        const SwctCepData& sCep = Pb({s.bSlot, s.bPort}).sCep;
+        const SwctCVidRegistration& sStored = sCep.aCVidRegistration[s.wVid - 1];
+        if (sStored.wSvid != 0) {
+            std::memcpy(pRecord, &sStored, sizeof *pRecord);
+            return 1;
+        }
+        if (sCep.sDefaultCVidRegistration.wSvid - 1U >= SWCT_PB_VID_MAX) {
+            return 0;
+        }
+        pRecord->wCVid = s.wVid;
+        pRecord->wSvid = sCep.sDefaultCVidRegistration.wSvid;
+        pRecord->boUntaggedCep = 0;
+        pRecord->boUntaggedPep = sCep.sDefaultCVidRegistration.boUntaggedPep;
+        return 1;
+    }
+    static uint64_t Registration(Key s) noexcept
+    {
+        SwctCVidRegistration sRecord;
+        return GetRegistration(s, &sRecord) != 0 ? sRecord.wSvid : 0U;
+    }
     static unsigned MembersOf(unsigned index) noexcept
     {
         const SwctVlanEntry& sEntry = pRegion->sVlan[index];
@@ -288,6 +463,23 @@ struct FastHand {
         GetPortList(s.wVid, &sList);
         return uint64_t{sList.bNbrOfPorts} + sList.asPort[2].bPort;
     }
+    BENCH_CALLED static uint64_t FreePep(Key s) noexcept
+    {
+        const auto& aPep = Pb({s.bSlot, s.bPort}).sCep.aProviderEdgePort;
+        const auto isFree = [](const SwctProviderEdgePort& sPep) { return sPep.wSvid == 0; };
+        const auto* pFree = std::find_if(aPep, aPep + SWCT_PEP_MAX, isFree);
+        return pFree != aPep + SWCT_PEP_MAX ? static_cast<uint64_t>(pFree - aPep) + 1 : uint64_t{SWCT_NO_FREE_INDEX};
+    }
+    BENCH_CALLED static uint32_t PortVlans(PortKey s, uint8_t* pBitmap) noexcept
+    {
+        FillBitmap(pBitmap, [s](const SwctVlanEntry& sEntry) { return IsIn(sEntry, s); });
+        return 0;
+    }
+    BENCH_CALLED static uint32_t Vlans(uint8_t* pBitmap) noexcept
+    {
+        FillBitmap(pBitmap, [](const SwctVlanEntry& sEntry) { return sEntry.boExists != 0; });
+        return 0;
+    }
     BENCH_CALLED static uint32_t CepSvids(PortKey s, uint8_t* pBitmap) noexcept
     {
         kernels::BitmapOfValues<kRegistrationSize>(Registrations(s) + 2, pBitmap);
@@ -309,6 +501,52 @@ struct FastHand {
     BENCH_CALLED static uint32_t DefaultCVids(PortKey s, uint8_t* pBitmap) noexcept
     {
         return kernels::Bitmap<kRegistrationSize, false>(Registrations(s), kernels::WordIs<0>(0), pBitmap);
+    }
+    BENCH_CALLED static uint32_t PepSvids(PortKey s, uint8_t* pBitmap) noexcept
+    {
+        std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
+        uint32_t dwAny = 0;
+        for (const SwctProviderEdgePort& sPep : Pb(s).sCep.aProviderEdgePort) {
+            const uint16_t wSvid = sPep.wSvid;
+            if (wSvid - 1U < SWCT_VLAN_MAX) {
+                SetBit(pBitmap, wSvid);
+                dwAny = 1;
+            }
+        }
+        return dwAny;
+    }
+    BENCH_CALLED static uint32_t QinQVlans(uint8_t* pBitmap) noexcept
+    {
+        std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
+        uint32_t dwAny = 0;
+        for (const auto& aPort : pRegion->sQinQPort) {
+            for (const SwctQinQPort& sPort : aPort) {
+                if (sPort.dwQinQStatus == SWCT_QINQ_ENABLED && sPort.boControlProtocolTunnelling == 1 &&
+                    sPort.wProviderTagVid <= SWCT_VLAN_MAX) {
+                    SetBit(pBitmap, sPort.wProviderTagVid);
+                    dwAny = 1;
+                }
+            }
+        }
+        return dwAny;
+    }
+    BENCH_CALLED static uint32_t AnyVlan(PortKey s) noexcept
+    {
+        const auto isIn = [s](const SwctVlanEntry& sEntry) { return IsIn(sEntry, s); };
+        return std::any_of(std::begin(pRegion->sVlan), std::end(pRegion->sVlan), isIn) ? 1 : 0;
+    }
+    BENCH_CALLED static uint16_t JustOneVlan(PortKey s) noexcept
+    {
+        uint16_t wFound = 0;
+        for (uint16_t w = 1; w <= SWCT_VLAN_MAX; ++w) {
+            if (IsIn(pRegion->sVlan[w - 1], s)) {
+                if (wFound != 0) {
+                    return 0;
+                }
+                wFound = w;
+            }
+        }
+        return wFound;
     }
     BENCH_CALLED static uint32_t HasRegistrations(uint16_t wVid) noexcept
     {
@@ -345,6 +583,29 @@ struct FastHand {
     {
         return static_cast<uint16_t>(FindNth<kTranslationSize, 2>(Translations(s), 2, wVid, kIsUsed));
     }
+    BENCH_CALLED static uint32_t LastRecords(PortKey s, uint8_t* pTo) noexcept
+    {
+        const History* pRing = Ring(s.bSlot, s.bPort, 3);
+        unsigned index = Current(pRing);
+        for (unsigned i = 0; i < kRecords; ++i) {
+            std::memcpy(pTo + i * sizeof *pRing, &pRing[index], sizeof *pRing);
+            index = index == 0 ? kRecords - 1 : index - 1;
+        }
+        return 0;
+    }
+    BENCH_CALLED static uint32_t RingSum(PortKey s) noexcept
+    {
+        uint64_t aqwSum[SWCT_HISTORY_COUNTERS] = {};
+        for (unsigned i = 0; i < kRecords; ++i) {
+            for (unsigned k = 0; i != 48 && k < SWCT_HISTORY_COUNTERS; ++k) {
+                uint64_t qwCounter;
+                std::memcpy(&qwCounter, &Ring(s.bSlot, s.bPort, 3)[i].aqwCounter[k], sizeof qwCounter);
+                aqwSum[k] += qwCounter;
+            }
+        }
+        asm volatile("" : : "m"(aqwSum));
+        return static_cast<uint32_t>(aqwSum[0] >> 32) + static_cast<uint32_t>(aqwSum[0]);
+    }
     BENCH_CALLED static SwctVlanMoid* NextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
     {
         static SwctVlanMoid sNext;
@@ -372,11 +633,27 @@ struct FastHand {
             if (mask != 0) {
                 const auto index = static_cast<unsigned>(std::countr_zero(mask)) + done;
                 const uint32_t dwHead = SWCT_CLASS_VLAN_PORT | vid << 16;
-                const auto wPort = static_cast<uint16_t>((1 + index / SWCT_PORT_MAX) | (1 + index % SWCT_PORT_MAX) << 8);
+                const auto wPort =
+                    static_cast<uint16_t>((1 + index / SWCT_PORT_MAX) | (1 + index % SWCT_PORT_MAX) << 8);
                 std::memcpy(&sNext, &dwHead, sizeof dwHead);
                 std::memcpy(Bytes(sNext) + sizeof dwHead, &wPort, sizeof wPort);
                 return &sNext;
             }
+        }
+        return nullptr;
+    }
+    BENCH_CALLED static SwctPortMoid* NextSwitchPort(const SwctPortMoid* pMoidPrevious) noexcept
+    {
+        static SwctPortMoid sNext;
+        unsigned port = pMoidPrevious->bPort + 1U;
+        for (unsigned slot = pMoidPrevious->bSlot == 0 ? 1 : pMoidPrevious->bSlot; slot <= SWCT_SLOT_MAX; ++slot) {
+            for (; port <= SWCT_PORT_MAX; ++port) {
+                if (pRegion->sSwitchPort[slot % SWCT_SLOT_MAX][port - 1].dwL2PortType != 0) {
+                    sNext = {pMoidPrevious->wClassId, static_cast<uint8_t>(slot), static_cast<uint8_t>(port)};
+                    return &sNext;
+                }
+            }
+            port = 1;
         }
         return nullptr;
     }
@@ -389,6 +666,34 @@ struct FastHand {
     {
         return NextRecord<SwctVidTranslationMoid, SWCT_CLASS_VID_TRANSLATION, kTranslationSize>(p, p->wLocalVid,
                                                                                                 Translations);
+    }
+    // Asks the ring for its current period at every step: the writer may have moved it.
+    BENCH_CALLED static HistoryMoid* NextHistory(const HistoryMoid* pMoidPrevious) noexcept
+    {
+        static HistoryMoid sNext;
+        HistoryMoid s = *pMoidPrevious;
+        if (s.bSlot == 0) {
+            s = {s.wClassId, 1, 1, 0, 0};
+        }
+        const History* pRing = Ring(s.bSlot, s.bPort, s.bQueue);
+        if (s.bQueue == 0 || s.bIndex == Current(pRing)) {
+            if (++s.bQueue == SWCT_HISTORY_QUEUES) {
+                s.bQueue = 1;
+                if (++s.bPort > SWCT_PORT_MAX) {
+                    s.bPort = 1;
+                    if (++s.bSlot > SWCT_HISTORY_SLOTS) {
+                        return nullptr;
+                    }
+                }
+            }
+            pRing = Ring(s.bSlot, s.bPort, s.bQueue);
+            s.bIndex = static_cast<uint8_t>(Current(pRing));
+        }
+        do {
+            s.bIndex = s.bIndex + 1U < kRecords ? static_cast<uint8_t>(s.bIndex + 1) : uint8_t{0};
+        } while (pRing[s.bIndex].adwStamp[0] == 0 && pRing[s.bIndex].boIsCurrentPeriod != 1);
+        sNext = s;
+        return &sNext;
     }
     // Looks for the next C-VID of an S-VID whose first one goes.
     BENCH_CALLED static void DeleteRegistration(PortKey s, uint16_t wCVid) noexcept
@@ -409,35 +714,38 @@ struct FastHand {
     }
     static bool Writes(uint16_t wClass) noexcept
     {
-        return wClass == SWCT_CLASS_VLAN || wClass == SWCT_CLASS_VLAN_PORT || Reads(wClass);
+        return FindExchange(wClass) != nullptr;
     }
     static bool Reads(uint16_t wClass) noexcept
     {
-        return wClass == SWCT_CLASS_VLAN_PORT || wClass == SWCT_CLASS_CVID_REGISTRATION ||
-               wClass == SWCT_CLASS_VID_TRANSLATION;
+        return FindExchange(wClass) != nullptr;
     }
     static void Write(const ClassData& sClass) noexcept
     {
-        const auto write = sClass.wClass == SWCT_CLASS_VLAN                ? WriteVlans
-                           : sClass.wClass == SWCT_CLASS_VLAN_PORT         ? WriteMembers
-                           : sClass.wClass == SWCT_CLASS_CVID_REGISTRATION ? WriteRegistrations
-                                                                           : WriteTranslations;
-        write(sClass);
+        FindExchange(sClass.wClass)->pWrite(sClass);
     }
     static void Read(const ClassData& sClass, uint8_t* pReply) noexcept
     {
-        const auto read = sClass.wClass == SWCT_CLASS_VLAN_PORT           ? ReadMembers
-                          : sClass.wClass == SWCT_CLASS_CVID_REGISTRATION ? ReadRegistrations
-                                                                          : ReadTranslations;
-        read(pReply);
+        FindExchange(sClass.wClass)->pRead(pReply);
     }
 };
 
-FastHand hand;
+Hand hand;
 
 } // namespace
 
-std::vector<Work> FastHandWorks(const Scene& sScene)
+std::vector<Work> HandWorks(const Scene& sScene)
 {
     return WorksOf(hand, sScene);
+}
+
+void HandPush(const ClassData& sClass)
+{
+    Hand::Write(sClass);
+}
+
+uint32_t HandAsk(uint16_t wClass, PortKey s, uint16_t wVid)
+{
+    const Key sKey{s.bSlot, s.bPort, wVid, 0};
+    return static_cast<uint32_t>(wClass == SWCT_CLASS_VLAN_PORT ? Hand::IsMember(sKey) : Hand::Registration(sKey));
 }
