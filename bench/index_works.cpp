@@ -45,6 +45,7 @@ struct Order {
     }
 };
 
+// clang-format off
 struct Index {
     std::map<uint16_t, std::vector<uint8_t>> replies;
     Bitmap abVlans;
@@ -52,13 +53,9 @@ struct Index {
     uint16_t aawMembers[16][16]; // how many, and the last
     uint16_t aawLastVlan[16][16];
     Bitmap aabSvids[16][16];
-    Bitmap aabFree[16][16];
-    Bitmap abCVlans;
     ByValue svids;
-    ByValue relays;
     ByValue locals;
     std::array<uint8_t, 4096> aboSvid;
-    std::array<uint8_t, 4096> aboRelay;
     std::array<uint8_t, 4096> aboLocal;
     Order<SwctVlanMoid> vlans;
     Order<SwctVlanPortMoid> members;
@@ -66,87 +63,29 @@ struct Index {
     Order<SwctVidTranslationMoid> translations;
 
     uint32_t PortVlans(PortKey s, uint8_t* pBitmap) const
-    {
-        std::memcpy(pBitmap, aabPortVlans[s.bSlot][s.bPort].data(), sizeof(Bitmap));
-        return 0;
-    }
-    uint32_t Vlans(uint8_t* pBitmap) const
-    {
-        std::memcpy(pBitmap, abVlans.data(), sizeof(Bitmap));
-        return 0;
-    }
+    { std::memcpy(pBitmap, aabPortVlans[s.bSlot][s.bPort].data(), sizeof(Bitmap)); return 0; }
+    uint32_t Vlans(uint8_t* pBitmap) const { std::memcpy(pBitmap, abVlans.data(), sizeof(Bitmap)); return 0; }
     uint32_t CepSvids(PortKey s, uint8_t* pBitmap) const
-    {
-        std::memcpy(pBitmap, aabSvids[s.bSlot][s.bPort].data(), sizeof(Bitmap));
-        return 0;
-    }
-    uint32_t CVlans(uint8_t* pBitmap) const
-    {
-        std::memcpy(pBitmap, abCVlans.data(), sizeof(Bitmap));
-        return 0;
-    }
-    uint32_t DefaultCVids(PortKey s, uint8_t* pBitmap) const
-    {
-        std::memcpy(pBitmap, aabFree[s.bSlot][s.bPort].data(), sizeof(Bitmap));
-        return std::any_of(pBitmap, pBitmap + sizeof(Bitmap), [](uint8_t b) { return b != 0; }) ? 1 : 0;
-    }
-    uint32_t AnyVlan(PortKey s) const
-    {
-        return aawMembers[s.bSlot][s.bPort] != 0;
-    }
+    { std::memcpy(pBitmap, aabSvids[s.bSlot][s.bPort].data(), sizeof(Bitmap)); return 0; }
+    uint32_t AnyVlan(PortKey s) const { return aawMembers[s.bSlot][s.bPort] != 0; }
     uint16_t JustOneVlan(PortKey s) const
-    {
-        return aawMembers[s.bSlot][s.bPort] == 1 ? aawLastVlan[s.bSlot][s.bPort] : 0;
-    }
-    uint32_t HasRegistrations(uint16_t wVid) const
-    {
-        return aboSvid[wVid];
-    }
-    uint32_t IsRelayed(uint16_t wVid) const
-    {
-        return aboRelay[wVid];
-    }
-    uint16_t CVidOfRelay(PortKey s, uint16_t wVid) const
-    {
-        return relays.Nth(s, wVid, 1);
-    }
+    { return aawMembers[s.bSlot][s.bPort] == 1 ? aawLastVlan[s.bSlot][s.bPort] : 0; }
+    uint32_t HasRegistrations(uint16_t wVid) const { return aboSvid[wVid]; }
     uint16_t FirstCVid(PortKey s, uint16_t wSvid) const
     {
         const uint16_t wFound = svids.Nth(s, wSvid, 1);
         return wFound != 0 ? wFound : static_cast<uint16_t>(SWCT_VID_NONE);
     }
-    uint16_t SecondCVid(PortKey s, uint16_t wSvid) const
-    {
-        return svids.Nth(s, wSvid, 2);
-    }
-    uint32_t HasTranslations(uint16_t wVid) const
-    {
-        return aboLocal[wVid];
-    }
-    uint16_t LowestLocalVid(PortKey s, uint16_t wVid) const
-    {
-        return locals.Nth(s, wVid, 1);
-    }
-    uint16_t SecondLocalVid(PortKey s, uint16_t wVid) const
-    {
-        return locals.Nth(s, wVid, 2);
-    }
-    const SwctVlanMoid* NextVlan(const SwctVlanMoid* p) const
-    {
-        return vlans.Next(p);
-    }
-    const SwctVlanPortMoid* NextVlanPort(const SwctVlanPortMoid* p) const
-    {
-        return members.Next(p);
-    }
+    uint16_t SecondCVid(PortKey s, uint16_t wSvid) const { return svids.Nth(s, wSvid, 2); }
+    uint32_t HasTranslations(uint16_t wVid) const { return aboLocal[wVid]; }
+    uint16_t LowestLocalVid(PortKey s, uint16_t wVid) const { return locals.Nth(s, wVid, 1); }
+    uint16_t SecondLocalVid(PortKey s, uint16_t wVid) const { return locals.Nth(s, wVid, 2); }
+    const SwctVlanMoid* NextVlan(const SwctVlanMoid* p) const { return vlans.Next(p); }
+    const SwctVlanPortMoid* NextVlanPort(const SwctVlanPortMoid* p) const { return members.Next(p); }
     const SwctCVidRegistrationMoid* NextRegistration(const SwctCVidRegistrationMoid* p) const
-    {
-        return registrations.Next(p);
-    }
+    { return registrations.Next(p); }
     const SwctVidTranslationMoid* NextTranslation(const SwctVidTranslationMoid* p) const
-    {
-        return translations.Next(p);
-    }
+    { return translations.Next(p); }
 
     template <class Record, class Moid, class Add>
     static void Each(const ClassData& sClass, Order<Moid>& order, Add add)
@@ -163,10 +102,7 @@ struct Index {
         return wClass == SWCT_CLASS_VLAN || wClass == SWCT_CLASS_VLAN_PORT || wClass == SWCT_CLASS_CVID_REGISTRATION ||
                wClass == SWCT_CLASS_VID_TRANSLATION;
     }
-    static bool Reads(uint16_t wClass)
-    {
-        return Writes(wClass);
-    }
+    static bool Reads(uint16_t wClass) { return Writes(wClass); }
     void Write(const ClassData& sClass)
     {
         replies[sClass.wClass].assign(sClass.abRequest.begin(),
@@ -198,33 +134,16 @@ struct Index {
     void WriteRegistrations(const ClassData& sClass)
     {
         svids.aqw.clear();
-        relays.aqw.clear();
-        aboSvid = aboRelay = {};
-        abCVlans = {};
+        aboSvid = {};
         std::memset(aabSvids, 0, sizeof aabSvids);
-        std::memset(aabFree, 0xFF, sizeof aabFree);
-        for (auto& aabSlot : aabFree) {
-            for (Bitmap& ab : aabSlot) {
-                ab[0] &= 0xFE;
-                ab[511] &= 0x7F;
-            }
-        }
         Each<SwctCVidRegistrationRecord>(sClass, registrations,
                                          [&](SwctCVidRegistrationMoid s, const SwctCVidRegistration& sBody) {
                                              const PortKey sPort{s.bSlot, s.bPort};
                                              svids.Add(sPort, sBody.wSvid, s.wCVid);
                                              aboSvid[sBody.wSvid] = 1;
-                                             if (sBody.boRelayCVid == 1) {
-                                                 relays.Add(sPort, sBody.wRelayCVid, s.wCVid);
-                                                 aboRelay[sBody.wRelayCVid] = 1;
-                                             }
                                              SetBit(aabSvids[s.bSlot][s.bPort], sBody.wSvid);
-                                             SetBit(abCVlans, s.wCVid);
-                                             uint8_t& bFree = aabFree[s.bSlot][s.bPort][s.wCVid / 8U];
-                                             bFree = static_cast<uint8_t>(bFree & ~(1U << s.wCVid % 8));
                                          });
         std::sort(svids.aqw.begin(), svids.aqw.end());
-        std::sort(relays.aqw.begin(), relays.aqw.end());
     }
     void Read(const ClassData& sClass, uint8_t* pReply) const
     {
@@ -233,6 +152,7 @@ struct Index {
     }
 };
 
+// clang-format on
 Index theIndex;
 
 } // namespace

@@ -10,15 +10,18 @@
     X(Swct_SetConfig)                                                                                                 \
     X(Swct_GetConfig)                                                                                                 \
     X(Swct_DoesVlanExist)                                                                                             \
-    X(Swct_IsPortMemberOfVlanId) X(Swct_ReadVlan) X(Swct_GetVlanInfo) X(Swct_SwitchPort_GetPvid)                      \
-        X(Swct_GetProviderEdgePort) X(Swct_GetCVidRegistration) X(Swct_GetPortMembersOfVlan)                          \
-            X(Swct_GetFreeProviderEdgePortMoid) X(Swct_GetPortVlanList) X(Swct_GetConfiguredVlans)                    \
-                X(Swct_GetPortVlanBitMap) X(Swct_GetBitmapOfCVidRegisteredToSVid) X(Swct_GetConfiguredCVlans)         \
-                    X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) X(Swct_GetCepSVlanList)                            \
-                        X(Swct_GetBitmapOfQinQProviderVlanThatDoTunnel) X(Swct_IsPortMemberOfAnyVlan)                 \
-                            X(Swct_IsPortMemberOfJustOneVlan) X(Swct_DoesVlanHaveCVidRegistrations)                   \
-                                X(Swct_DoesRelayedCVlanExist) X(Swct_GetCVlanFromRelayCVlanId) X(                     \
-                                    Swct_GetFirstCVidRegisteredToSVid) X(Swct_GetSecondCVidRegistrationForSVid)       \
+    X(Swct_IsPortMemberOfVlanId)                                                                                      \
+    X(Swct_ReadVlan)                                                                                                  \
+    X(Swct_GetVlanInfo)                                                                                               \
+    X(Swct_SwitchPort_GetPvid)                                                                                        \
+    X(Swct_GetProviderEdgePort) X(Swct_GetCVidRegistration) X(Swct_GetPortMembersOfVlan)                              \
+        X(Swct_GetFreeProviderEdgePortMoid) X(Swct_GetPortVlanList) X(Swct_GetConfiguredVlans)                        \
+            X(Swct_GetPortVlanBitMap) X(Swct_GetBitmapOfCVidRegisteredToSVid) X(Swct_GetConfiguredCVlans)             \
+                X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) X(Swct_GetCepSVlanList)                                \
+                    X(Swct_GetBitmapOfQinQProviderVlanThatDoTunnel) X(Swct_IsPortMemberOfAnyVlan)                     \
+                        X(Swct_IsPortMemberOfJustOneVlan) X(Swct_DoesVlanHaveCVidRegistrations)                       \
+                            X(Swct_DoesRelayedCVlanExist) X(Swct_GetCVlanFromRelayCVlanId)                            \
+                                X(Swct_GetFirstCVidRegisteredToSVid) X(Swct_GetSecondCVidRegistrationForSVid)         \
                                     X(Swct_DoesVlanHaveVidTranslations) X(Swct_GetLowestLocalVidTranslatedToRelayVid) \
                                         X(Swct_GetSecondLowestLocalVidTranslatedToRelayVid)                           \
                                             X(Swct_GetQueueStatisticsHistorical15mLastNRecords)                       \
@@ -39,32 +42,21 @@ struct Linked {
 #undef BENCH_BY_NAME
 };
 
+// clang-format off
 template <class Calls>
 struct Library {
     Calls sCalls;
 
-    uint64_t VlanExists(Key s) const
-    {
-        return sCalls.Swct_DoesVlanExist(s.wVid);
-    }
-    uint64_t IsMember(Key s) const
-    {
-        return sCalls.Swct_IsPortMemberOfVlanId(s.bSlot, s.bPort, s.wVid);
-    }
+    uint64_t VlanExists(Key s) const { return sCalls.Swct_DoesVlanExist(s.wVid); }
+    uint64_t IsMember(Key s) const { return sCalls.Swct_IsPortMemberOfVlanId(s.bSlot, s.bPort, s.wVid); }
     uint64_t VlanByCopy(Key s) const
     {
         SwctVlan sVlan;
         sCalls.Swct_ReadVlan({SWCT_CLASS_VLAN, s.wVid}, &sVlan);
         return uint64_t{sVlan.wVlanId} + sVlan.dwStatus;
     }
-    uint64_t VlanByPointer(Key s) const
-    {
-        return sCalls.Swct_GetVlanInfo(s.wVid)->wVlanId;
-    }
-    uint64_t Pvid(Key s) const
-    {
-        return static_cast<uint16_t>(sCalls.Swct_SwitchPort_GetPvid(s.bSlot, s.bPort));
-    }
+    uint64_t VlanByPointer(Key s) const { return sCalls.Swct_GetVlanInfo(s.wVid)->wVlanId; }
+    uint64_t Pvid(Key s) const { return static_cast<uint16_t>(sCalls.Swct_SwitchPort_GetPvid(s.bSlot, s.bPort)); }
     uint64_t Pep(Key s) const
     {
         SwctProviderEdgePort sRecord;
@@ -87,15 +79,8 @@ struct Library {
         return sCalls.Swct_GetFreeProviderEdgePortMoid(s.bSlot, s.bPort, &sMoid) + uint64_t{sMoid.wPepIndex};
     }
     uint32_t PortVlans(PortKey s, uint8_t* pBitmap) const
-    {
-        sCalls.Swct_GetPortVlanList(s.bSlot, s.bPort, pBitmap);
-        return 0;
-    }
-    uint32_t Vlans(uint8_t* pBitmap) const
-    {
-        sCalls.Swct_GetConfiguredVlans(pBitmap);
-        return 0;
-    }
+    { sCalls.Swct_GetPortVlanList(s.bSlot, s.bPort, pBitmap); return 0; }
+    uint32_t Vlans(uint8_t* pBitmap) const { sCalls.Swct_GetConfiguredVlans(pBitmap); return 0; }
     uint32_t CepSvids(PortKey s, uint8_t* pBitmap) const
     {
         std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE); // it only sets
@@ -103,30 +88,14 @@ struct Library {
         return 0;
     }
     uint32_t CVids(PortKey s, uint16_t wSvid, uint8_t* pBitmap) const
-    {
-        return sCalls.Swct_GetBitmapOfCVidRegisteredToSVid(s.bSlot, s.bPort, wSvid, pBitmap);
-    }
-    uint32_t CVlans(uint8_t* pBitmap) const
-    {
-        sCalls.Swct_GetConfiguredCVlans(pBitmap);
-        return 0;
-    }
+    { return sCalls.Swct_GetBitmapOfCVidRegisteredToSVid(s.bSlot, s.bPort, wSvid, pBitmap); }
+    uint32_t CVlans(uint8_t* pBitmap) const { sCalls.Swct_GetConfiguredCVlans(pBitmap); return 0; }
     uint32_t DefaultCVids(PortKey s, uint8_t* pBitmap) const
-    {
-        return sCalls.Swct_GetBitmapOfCVidRegisteredToDefaultSVid(s.bSlot, s.bPort, pBitmap);
-    }
+    { return sCalls.Swct_GetBitmapOfCVidRegisteredToDefaultSVid(s.bSlot, s.bPort, pBitmap); }
     uint32_t PepSvids(PortKey s, uint8_t* pBitmap) const
-    {
-        return sCalls.Swct_GetCepSVlanList(s.bSlot, s.bPort, pBitmap);
-    }
-    uint32_t QinQVlans(uint8_t* pBitmap) const
-    {
-        return sCalls.Swct_GetBitmapOfQinQProviderVlanThatDoTunnel(pBitmap);
-    }
-    uint32_t AnyVlan(PortKey s) const
-    {
-        return sCalls.Swct_IsPortMemberOfAnyVlan(s.bSlot, s.bPort);
-    }
+    { return sCalls.Swct_GetCepSVlanList(s.bSlot, s.bPort, pBitmap); }
+    uint32_t QinQVlans(uint8_t* pBitmap) const { return sCalls.Swct_GetBitmapOfQinQProviderVlanThatDoTunnel(pBitmap); }
+    uint32_t AnyVlan(PortKey s) const { return sCalls.Swct_IsPortMemberOfAnyVlan(s.bSlot, s.bPort); }
     uint16_t JustOneVlan(PortKey s) const
     {
         uint16_t wVlanId = 0;
@@ -134,21 +103,12 @@ struct Library {
         return wVlanId;
     }
     uint32_t HasRegistrations(uint16_t wVid) const
-    {
-        return sCalls.Swct_DoesVlanHaveCVidRegistrations({SWCT_CLASS_VLAN, wVid});
-    }
-    uint32_t IsRelayed(uint16_t wVid) const
-    {
-        return sCalls.Swct_DoesRelayedCVlanExist(wVid);
-    }
+    { return sCalls.Swct_DoesVlanHaveCVidRegistrations({SWCT_CLASS_VLAN, wVid}); }
+    uint32_t IsRelayed(uint16_t wVid) const { return sCalls.Swct_DoesRelayedCVlanExist(wVid); }
     uint16_t CVidOfRelay(PortKey s, uint16_t wVid) const
-    {
-        return static_cast<uint16_t>(sCalls.Swct_GetCVlanFromRelayCVlanId(s.bSlot, s.bPort, wVid));
-    }
+    { return static_cast<uint16_t>(sCalls.Swct_GetCVlanFromRelayCVlanId(s.bSlot, s.bPort, wVid)); }
     uint16_t FirstCVid(PortKey s, uint16_t wSvid) const
-    {
-        return static_cast<uint16_t>(sCalls.Swct_GetFirstCVidRegisteredToSVid(s.bSlot, s.bPort, wSvid));
-    }
+    { return static_cast<uint16_t>(sCalls.Swct_GetFirstCVidRegisteredToSVid(s.bSlot, s.bPort, wSvid)); }
     uint16_t SecondCVid(PortKey s, uint16_t wSvid) const
     {
         SwctCVidRegistration sRecord;
@@ -156,9 +116,7 @@ struct Library {
         return sRecord.wCVid;
     }
     uint32_t HasTranslations(uint16_t wVid) const
-    {
-        return sCalls.Swct_DoesVlanHaveVidTranslations({SWCT_CLASS_VLAN, wVid});
-    }
+    { return sCalls.Swct_DoesVlanHaveVidTranslations({SWCT_CLASS_VLAN, wVid}); }
     uint16_t LowestLocalVid(PortKey s, uint16_t wVid) const
     {
         uint16_t wLocalVid = 0;
@@ -183,50 +141,21 @@ struct Library {
         sCalls.Swct_GetQueueStatisticsHistorical15mHistoricalSum(s.bSlot, s.bPort, 3, 48, &sSum);
         return sSum.aqwCounter[0].dwHigh + sSum.aqwCounter[0].dwLow;
     }
-    auto* NextVlan(const SwctVlanMoid* p) const
-    {
-        return sCalls.Swct_GetNextVlan(p);
-    }
-    auto* NextVlanPort(const SwctVlanPortMoid* p) const
-    {
-        return sCalls.Swct_GetNextVlanPort(p);
-    }
-    auto* NextSwitchPort(const SwctPortMoid* p) const
-    {
-        return sCalls.Swct_SwitchPortMoidIterator(p);
-    }
+    auto* NextVlan(const SwctVlanMoid* p) const { return sCalls.Swct_GetNextVlan(p); }
+    auto* NextVlanPort(const SwctVlanPortMoid* p) const { return sCalls.Swct_GetNextVlanPort(p); }
+    auto* NextSwitchPort(const SwctPortMoid* p) const { return sCalls.Swct_SwitchPortMoidIterator(p); }
     auto* NextRegistration(const SwctCVidRegistrationMoid* p) const
-    {
-        return sCalls.Swct_CVidRegistrationMoidIterator(p);
-    }
-    auto* NextTranslation(const SwctVidTranslationMoid* p) const
-    {
-        return sCalls.Swct_VidTranslationMoidIterator(p);
-    }
+    { return sCalls.Swct_CVidRegistrationMoidIterator(p); }
+    auto* NextTranslation(const SwctVidTranslationMoid* p) const { return sCalls.Swct_VidTranslationMoidIterator(p); }
     auto* NextHistory(const SwctQueueStatisticsHistoricalMoid* p) const
-    {
-        return sCalls.Swct_QueueStatisticsHistorical15mMoidIterator(p);
-    }
+    { return sCalls.Swct_QueueStatisticsHistorical15mMoidIterator(p); }
     void DeleteRegistration(PortKey s, uint16_t wVid) const
-    {
-        sCalls.Swct_DeleteCVidRegistration({SWCT_CLASS_CVID_REGISTRATION, s.bSlot, s.bPort, wVid});
-    }
-    static bool Writes(uint16_t /*wClass*/)
-    {
-        return true;
-    }
-    static bool Reads(uint16_t /*wClass*/)
-    {
-        return true;
-    }
-    void Write(const ClassData& sClass) const
-    {
-        sCalls.Swct_SetConfig(sClass.wClass, sClass.abRequest.data());
-    }
-    void Read(const ClassData& sClass, uint8_t* pReply) const
-    {
-        sCalls.Swct_GetConfig(sClass.wClass, pReply, 100000);
-    }
+    { sCalls.Swct_DeleteCVidRegistration({SWCT_CLASS_CVID_REGISTRATION, s.bSlot, s.bPort, wVid}); }
+    static bool Writes(uint16_t /*wClass*/) { return true; }
+    static bool Reads(uint16_t /*wClass*/) { return true; }
+    void Write(const ClassData& sClass) const { sCalls.Swct_SetConfig(sClass.wClass, sClass.abRequest.data()); }
+    void Read(const ClassData& sClass, uint8_t* pReply) const { sCalls.Swct_GetConfig(sClass.wClass, pReply, 100000); }
 };
 
+// clang-format on
 } // namespace

@@ -351,6 +351,10 @@ int main(int argc, char** argv)
     if (first.rfind(kChildOption, 0) == 0) {
         return RunChild(first.substr(std::strlen(kChildOption)));
     }
+    if (first == "--help") {
+        std::printf("%s", kUsage);
+        return 0;
+    }
     Options sOptions;
     if (!ReadOptions(argc, argv, sOptions)) {
         return 2;

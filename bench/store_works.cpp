@@ -5,8 +5,6 @@
 namespace {
 
 constexpr uint32_t kAll = UINT32_MAX;
-constexpr uint16_t kHistory = SWCT_CLASS_QUEUE_STATISTICS_HISTORICAL_15M;
-using History = SwctQueueStatisticsHistorical;
 
 void SetBit(uint8_t* pBitmap, unsigned vid) noexcept
 {
@@ -31,6 +29,7 @@ uint32_t Last(PortKey s)
     return ObjectKey(s, 0xFFFF);
 }
 
+// clang-format off
 struct StoreCandidate {
     Store& store;
 
@@ -45,9 +44,7 @@ struct StoreCandidate {
         return dwFound;
     }
     uint16_t NthOfPort(uint16_t wClass, PortKey s, uint16_t wIndex, unsigned nth)
-    {
-        return static_cast<uint16_t>(FindNth(wClass, wIndex, First(s), Last(s), nth));
-    }
+    { return static_cast<uint16_t>(FindNth(wClass, wIndex, First(s), Last(s), nth)); }
     template <class Field>
     uint32_t CollectPort(uint16_t wClass, PortKey s, uint8_t* pBitmap, Field field)
     {
@@ -61,14 +58,9 @@ struct StoreCandidate {
         return dwAny;
     }
 
-    uint64_t VlanExists(Key s)
-    {
-        return store.Get(SWCT_CLASS_VLAN, s.wVid) != nullptr;
-    }
+    uint64_t VlanExists(Key s) { return store.Get(SWCT_CLASS_VLAN, s.wVid) != nullptr; }
     uint64_t IsMember(Key s)
-    {
-        return store.Get(SWCT_CLASS_VLAN_PORT, uint32_t{s.wVid} << 16 | PortField({s.bSlot, s.bPort})) != nullptr;
-    }
+    { return store.Get(SWCT_CLASS_VLAN_PORT, uint32_t{s.wVid} << 16 | PortField({s.bSlot, s.bPort})) != nullptr; }
     uint64_t VlanByCopy(Key s)
     {
         const uint8_t* pBody = store.Get(SWCT_CLASS_VLAN, s.wVid);
@@ -76,14 +68,8 @@ struct StoreCandidate {
         return uint64_t{sVlan.wVlanId} + 2;
     }
     uint64_t VlanByPointer(Key s)
-    {
-        const uint8_t* pBody = store.Get(SWCT_CLASS_VLAN, s.wVid);
-        return pBody != nullptr ? Load<uint16_t>(pBody) : 0;
-    }
-    uint64_t Pvid(Key s)
-    {
-        return Load<uint16_t>(store.Get(SWCT_CLASS_SWITCH_PORT, First({s.bSlot, s.bPort})));
-    }
+    { const uint8_t* pBody = store.Get(SWCT_CLASS_VLAN, s.wVid); return pBody != nullptr ? Load<uint16_t>(pBody) : 0; }
+    uint64_t Pvid(Key s) { return Load<uint16_t>(store.Get(SWCT_CLASS_SWITCH_PORT, First({s.bSlot, s.bPort}))); }
     uint64_t Pep(Key s)
     {
         const PortKey sPort{s.bSlot, s.bPort};
@@ -109,15 +95,6 @@ struct StoreCandidate {
         });
         return uint64_t{sList.bNbrOfPorts} + sList.asPort[2].bPort;
     }
-    uint64_t FreePep(Key s)
-    {
-        uint16_t wFree = 1;
-        const PortKey sPort{s.bSlot, s.bPort};
-        store.Scan(SWCT_CLASS_PROVIDER_EDGE_PORT, First(sPort), Last(sPort), [&wFree](uint32_t dwKey, const uint8_t*) {
-            return static_cast<uint16_t>(dwKey) == wFree && ++wFree != 0;
-        });
-        return wFree <= SWCT_PEP_MAX ? wFree : uint64_t{SWCT_NO_FREE_INDEX};
-    }
     uint32_t PortVlans(PortKey s, uint8_t* pBitmap)
     {
         std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
@@ -128,10 +105,7 @@ struct StoreCandidate {
         return 0;
     }
     uint32_t Vlans(uint8_t* pBitmap)
-    {
-        CollectPort(SWCT_CLASS_VLAN, {0, 0}, pBitmap, [](uint32_t dwKey, const uint8_t*) { return dwKey; });
-        return 0;
-    }
+    { CollectPort(SWCT_CLASS_VLAN, {0, 0}, pBitmap, [](uint32_t dwKey, const uint8_t*) { return dwKey; }); return 0; }
     uint32_t CepSvids(PortKey s, uint8_t* pBitmap)
     {
         CollectPort(SWCT_CLASS_CVID_REGISTRATION, s, pBitmap,
@@ -149,72 +123,22 @@ struct StoreCandidate {
         });
         return dwAny;
     }
-    uint32_t PepSvids(PortKey s, uint8_t* pBitmap)
-    {
-        return CollectPort(SWCT_CLASS_PROVIDER_EDGE_PORT, s, pBitmap,
-                           [](uint32_t, const uint8_t* pBody) { return Load<uint16_t>(pBody); });
-    }
-    uint32_t AnyVlan(PortKey s)
-    {
-        return FindNth(SWCT_CLASS_VLAN_PORT, PortField(s), 0, kAll, 1) != 0;
-    }
+    uint32_t AnyVlan(PortKey s) { return FindNth(SWCT_CLASS_VLAN_PORT, PortField(s), 0, kAll, 1) != 0; }
     uint16_t JustOneVlan(PortKey s)
     {
         const uint32_t dwKey = FindNth(SWCT_CLASS_VLAN_PORT, PortField(s), 0, kAll, 1);
         return FindNth(SWCT_CLASS_VLAN_PORT, PortField(s), 0, kAll, 2) == 0 ? static_cast<uint16_t>(dwKey >> 16) : 0;
     }
-    uint32_t HasRegistrations(uint16_t wVid)
-    {
-        return FindNth(SWCT_CLASS_CVID_REGISTRATION, wVid, 0, kAll, 1) != 0;
-    }
+    uint32_t HasRegistrations(uint16_t wVid) { return FindNth(SWCT_CLASS_CVID_REGISTRATION, wVid, 0, kAll, 1) != 0; }
     uint16_t FirstCVid(PortKey s, uint16_t wSvid)
     {
         const uint16_t wFound = NthOfPort(SWCT_CLASS_CVID_REGISTRATION, s, wSvid, 1);
         return wFound != 0 ? wFound : static_cast<uint16_t>(SWCT_VID_NONE);
     }
-    uint16_t SecondCVid(PortKey s, uint16_t wSvid)
-    {
-        return NthOfPort(SWCT_CLASS_CVID_REGISTRATION, s, wSvid, 2);
-    }
-    uint32_t HasTranslations(uint16_t wVid)
-    {
-        return FindNth(SWCT_CLASS_VID_TRANSLATION, wVid, 0, kAll, 1) != 0;
-    }
-    uint16_t LowestLocalVid(PortKey s, uint16_t wVid)
-    {
-        return NthOfPort(SWCT_CLASS_VID_TRANSLATION, s, wVid, 1);
-    }
-    uint16_t SecondLocalVid(PortKey s, uint16_t wVid)
-    {
-        return NthOfPort(SWCT_CLASS_VID_TRANSLATION, s, wVid, 2);
-    }
-    // The current period first, then backwards.
-    uint32_t LastRecords(PortKey s, uint8_t* pTo)
-    {
-        History asRing[SWCT_HISTORY_15M_RECORDS];
-        unsigned count = 0;
-        unsigned current = 0;
-        store.Scan(kHistory, ObjectKey(s, 0x300), ObjectKey(s, 0x3FF), [&](uint32_t, const uint8_t* pBody) {
-            std::memcpy(&asRing[count], pBody, sizeof asRing[0]);
-            current = asRing[count].boIsCurrentPeriod == 1 ? count : current;
-            ++count;
-            return true;
-        });
-        std::memset(pTo, 0, sizeof asRing);
-        for (unsigned i = 0; i < count; ++i) {
-            std::memcpy(pTo + i * sizeof asRing[0], &asRing[(current + count - i) % count], sizeof asRing[0]);
-        }
-        return 0;
-    }
-    uint32_t RingSum(PortKey s)
-    {
-        uint64_t qwSum = 0;
-        store.Scan(kHistory, ObjectKey(s, 0x300), ObjectKey(s, 0x3FF), [&qwSum](uint32_t dwKey, const uint8_t* pBody) {
-            qwSum += (dwKey & 0xFF) != 48 ? Load<uint64_t>(pBody) : 0;
-            return true;
-        });
-        return static_cast<uint32_t>(qwSum >> 32) + static_cast<uint32_t>(qwSum);
-    }
+    uint16_t SecondCVid(PortKey s, uint16_t wSvid) { return NthOfPort(SWCT_CLASS_CVID_REGISTRATION, s, wSvid, 2); }
+    uint32_t HasTranslations(uint16_t wVid) { return FindNth(SWCT_CLASS_VID_TRANSLATION, wVid, 0, kAll, 1) != 0; }
+    uint16_t LowestLocalVid(PortKey s, uint16_t wVid) { return NthOfPort(SWCT_CLASS_VID_TRANSLATION, s, wVid, 1); }
+    uint16_t SecondLocalVid(PortKey s, uint16_t wVid) { return NthOfPort(SWCT_CLASS_VID_TRANSLATION, s, wVid, 2); }
     // The sum of what NumberOf makes of the Moids.
     uint64_t ScanKeys(uint16_t wClass)
     {
@@ -225,18 +149,12 @@ struct StoreCandidate {
         });
         return wClass == SWCT_CLASS_VLAN ? qwSum << 16 : wClass == SWCT_CLASS_SWITCH_PORT ? qwSum >> 16 : qwSum;
     }
-    static bool Writes(uint16_t /*wClass*/)
-    {
-        return true;
-    }
+    static bool Writes(uint16_t /*wClass*/) { return true; }
     static bool Reads(uint16_t wClass)
     {
         return wClass != SWCT_CLASS_SWITCH; // the region's has defaults
     }
-    void Write(const ClassData& sClass)
-    {
-        store.Replace(sClass);
-    }
+    void Write(const ClassData& sClass) { store.Replace(sClass); }
     void Read(const ClassData& sClass, uint8_t* pReply)
     {
         const uint8_t* pMoid = sClass.abRequest.data(); // where a Moid comes from makes no difference
@@ -251,6 +169,7 @@ struct StoreCandidate {
     }
 };
 
+// clang-format on
 } // namespace
 
 std::vector<Work> StoreWorks(Store& store, const Scene& sScene)

@@ -96,7 +96,7 @@ inline void MakeGaps(bool boNetworkPorts)
 template <class Candidate>
 std::vector<Work> WorksOf(Candidate& c, const Scene& sScene)
 {
-    constexpr double kKeyed = 1.3, kPass = 1.2, kWrite = 1.15; // wanted
+    constexpr double kKeyed = 1.5, kPass = 1.2, kWrite = 1.15; // wanted
     const Scene* pScene = &sScene;
     std::vector<Work> works;
     const bool boEdge = !sScene.boNetworkPorts;

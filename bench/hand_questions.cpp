@@ -1,58 +1,19 @@
-// By hand: without a key test, a view or a trace.  Passes take several records at a time (kernels.h); writes are one
-// merge over the table, for records in key order.
+// Questions by hand, without a key test, a view or a trace; passes take several records at a time.
 #include "hand.h"
-#include "kernels.h"
 
 #include <algorithm>
 
+#include "hand_region.h"
+
+using namespace hand;
+
 namespace {
-
-constexpr std::size_t kRegistrationSize = sizeof(SwctCVidRegistration);
-constexpr std::size_t kTranslationSize = sizeof(SwctVidTranslation);
-
-template <class Type>
-uint8_t* Bytes(Type& object) noexcept
-{
-    return reinterpret_cast<uint8_t*>(&object);
-}
-
-SwctPbData& Pb(PortKey s) noexcept
-{
-    return pRegion->sPbData[s.bSlot % SWCT_SLOT_MAX][s.bPort - 1];
-}
-
-const uint8_t* Registrations(PortKey s) noexcept
-{
-    return Bytes(Pb(s).sCep.aCVidRegistration);
-}
-
-const uint8_t* Translations(PortKey s) noexcept
-{
-    return Bytes(Pb(s).sNp.aVidTranslation);
-}
-
-constexpr auto kIsUsed = [](const uint8_t* p) { return kernels::LoadWord(p) != 0; };
-constexpr auto kIsRelayed = [](const uint8_t* p) { return p[8] == 1 && kernels::LoadWord(p) != 0; };
 
 template <std::size_t kStride, std::size_t kOffset, class Confirm>
 unsigned FindNth(const uint8_t* p, unsigned nth, uint16_t wKey, Confirm confirm) noexcept
 {
     const unsigned found = kernels::Find<kStride>(p, 0, SWCT_PB_VID_MAX, nth, kernels::WordIs<kOffset>(wKey), confirm);
     return found < SWCT_PB_VID_MAX ? found + 1 : 0;
-}
-
-// Whether 'ask(port)' is not 0 for a port.
-template <class Ask>
-uint32_t AskPorts(Ask ask) noexcept
-{
-    for (uint8_t bSlot = 1; bSlot <= SWCT_SLOT_MAX; ++bSlot) {
-        for (uint8_t bPort = 1; bPort <= SWCT_PORT_MAX; ++bPort) {
-            if (ask(PortKey{bSlot, bPort}) != 0) {
-                return 1;
-            }
-        }
-    }
-    return 0;
 }
 
 // The Moid of a port's object as its six bytes: two stores of it, of which a copy can be loaded at once.
@@ -92,174 +53,6 @@ Moid* NextRecord(const Moid* pPrevious, unsigned vid, Table table) noexcept
             }
         }
     }
-}
-
-// The records of a request for ports: 'begin(data)' and 'end(data)' surround those of a port, 'store(record, key)'
-// takes each, 'clear(first, last)' what lies between them.
-template <class Record, class Begin, class StoreRecord, class ClearGap, class End>
-void MergePorts(const ClassData& sClass, Begin begin, StoreRecord store, ClearGap clear, End end) noexcept
-{
-    const auto* p = reinterpret_cast<const Record*>(sClass.abRequest.data());
-    const Record* pEnd = p + sClass.aRow.size();
-    AskPorts([&](PortKey s) {
-        begin(Pb(s));
-        unsigned next = 0;
-        for (; p != pEnd && p->sMoid.bSlot == s.bSlot && p->sMoid.bPort == s.bPort; ++p) {
-            const unsigned index = kernels::LoadWord(reinterpret_cast<const uint8_t*>(p) + 4) - 1U;
-            if (index != next) {
-                clear(next, index);
-            }
-            store(*p, index);
-            next = index + 1;
-        }
-        if (next != SWCT_PB_VID_MAX) {
-            clear(next, SWCT_PB_VID_MAX);
-        }
-        end();
-        return 0;
-    });
-}
-
-BENCH_CALLED void WriteRegistrations(const ClassData& sClass) noexcept
-{
-    SwctCepData* pCep = nullptr;
-    struct {
-        uint16_t awCount[SWCT_PEP_MAX + 1]; // 0: of S-VIDs without a provider edge port
-        uint16_t awFirst[SWCT_PEP_MAX + 1];
-    } sSummary;
-    MergePorts<SwctCVidRegistrationRecord>(
-        sClass,
-        [&](SwctPbData& sPort) {
-            pCep = &sPort.sCep;
-            std::memset(&sSummary, 0, sizeof sSummary);
-        },
-        [&](const SwctCVidRegistrationRecord& sRecord, unsigned index) {
-            std::memcpy(&pCep->aCVidRegistration[index], &sRecord.sBody, sizeof sRecord.sBody);
-            const unsigned pep = pCep->awPepIndexBySvid[sRecord.sBody.wSvid - 1];
-            if (sSummary.awCount[pep]++ == 0) {
-                sSummary.awFirst[pep] = static_cast<uint16_t>(index + 1);
-            }
-        },
-        [&](unsigned first, unsigned last) {
-            std::memset(static_cast<void*>(&pCep->aCVidRegistration[first]), 0, (last - first) * kRegistrationSize);
-        },
-        [&] {
-            std::memcpy(pCep->awNbrOfCVidInPep, sSummary.awCount + 1, sizeof pCep->awNbrOfCVidInPep);
-            std::memcpy(pCep->awFirstCVidInPep, sSummary.awFirst + 1, sizeof pCep->awFirstCVidInPep);
-        });
-}
-
-BENCH_CALLED void WriteTranslations(const ClassData& sClass) noexcept
-{
-    SwctNetworkPortData* pNp = nullptr;
-    MergePorts<SwctVidTranslationRecord>(
-        sClass,
-        [&](SwctPbData& sPort) {
-            pNp = &sPort.sNp;
-            std::memset(pNp->awLocalVidByRelayVid, 0, sizeof pNp->awLocalVidByRelayVid);
-        },
-        [&](const SwctVidTranslationRecord& sRecord, unsigned index) {
-            std::memcpy(&pNp->aVidTranslation[index], &sRecord.sBody, sizeof sRecord.sBody);
-            pNp->awLocalVidByRelayVid[sRecord.sBody.wRelayVid - 1] = static_cast<uint16_t>(index + 1);
-        },
-        [&](unsigned first, unsigned last) {
-            std::memset(static_cast<void*>(&pNp->aVidTranslation[first]), 0, (last - first) * kTranslationSize);
-        },
-        [] {});
-}
-
-BENCH_CALLED void WriteVlans(const ClassData& sClass) noexcept
-{
-    const auto* p = reinterpret_cast<const SwctVlanRecord*>(sClass.abRequest.data());
-    unsigned next = 0;
-    const auto clear = [&next](unsigned last) {
-        for (; next < last; ++next) {
-            pRegion->sVlan[next].boExists = 0;
-            pRegion->sVlan[next].sVlanData.wVlanId = 0;
-        }
-    };
-    for (std::size_t i = 0; i < sClass.aRow.size(); ++i) {
-        const unsigned index = p[i].sMoid.wVlanId - 1U;
-        clear(index);
-        SwctVlanEntry& sEntry = pRegion->sVlan[index];
-        sEntry.boExists = 1;
-        sEntry.dwNbrOfQinQOrPep = 0;
-        sEntry.sVlanData = p[i].sBody;
-        sEntry.sVlanData.dwRowState = 1;
-        next = index + 1;
-    }
-    clear(SWCT_VLAN_MAX);
-    pRegion->wNbrOfPopulatedVlans = static_cast<uint16_t>(sClass.aRow.size());
-}
-
-BENCH_CALLED void WriteMembers(const ClassData& sClass) noexcept
-{
-    const auto* p = reinterpret_cast<const SwctVlanPortRecord*>(sClass.abRequest.data());
-    const auto* pEnd = p + sClass.aRow.size();
-    for (unsigned index = 0; index < SWCT_VLAN_MAX; ++index) {
-        uint32_t adwMember[SWCT_SLOT_MAX * SWCT_PORT_MAX] = {};
-        for (; p != pEnd && p->sMoid.wVlanId == index + 1; ++p) {
-            adwMember[p->sMoid.bSlot * SWCT_PORT_MAX + p->sMoid.bPort - SWCT_PORT_MAX - 1] = p->sBody.dwMembership;
-        }
-        std::memcpy(pRegion->sVlan[index].adwMembership, adwMember, sizeof adwMember);
-    }
-}
-
-void StoreWord(uint8_t* p, uint64_t qw) noexcept
-{
-    std::memcpy(p, &qw, sizeof qw);
-}
-
-// Every membership is stored, and kept where it is one: what the branch predictor cannot know costs nothing.  Writes up
-// to 16 bytes behind the reply.
-BENCH_CALLED void ReadMembers(uint8_t* pReply) noexcept
-{
-    for (unsigned index = 0; index < SWCT_VLAN_MAX; ++index) {
-        const SwctVlanEntry& sEntry = pRegion->sVlan[index];
-        if (sEntry.boExists == 0) {
-            continue;
-        }
-        const uint64_t qwVlan = SWCT_CLASS_VLAN_PORT | uint64_t{index + 1} << 16;
-        for (uint64_t slot = 1; slot <= SWCT_SLOT_MAX; ++slot) {
-            for (uint64_t port = 1; port <= SWCT_PORT_MAX; ++port) {
-                const uint64_t qwMember = sEntry.adwMembership[slot - 1][port - 1];
-                StoreWord(pReply, qwVlan | (slot | port << 8) * 0x1000100000000U);
-                StoreWord(pReply + 8, 1 | qwMember << 32);
-                pReply += qwMember != 0 ? 16 : 0;
-            }
-        }
-    }
-    std::memset(pReply, 0, sizeof(SwctVlanPortMoid));
-}
-
-template <uint16_t kClass, std::size_t kStride, class Table>
-void ReadRecords(uint8_t* pReply, Table table) noexcept
-{
-    AskPorts([&](PortKey s) {
-        const uint8_t* pTable = table(s);
-        const uint64_t qwHead = kClass | uint64_t{s.bSlot} << 16 | uint64_t{s.bPort} << 24;
-        kernels::VisitMasks<kStride>(pTable, 0, SWCT_PB_VID_MAX, kernels::InUse{}, [&](unsigned first, unsigned mask) {
-            for (; mask != 0; mask &= mask - 1) {
-                const unsigned index = first + static_cast<unsigned>(std::countr_zero(mask));
-                StoreWord(pReply, qwHead | uint64_t{index + 1} << 32);
-                std::memcpy(pReply + 6, pTable + index * kStride, kStride);
-                pReply += 6 + kStride;
-            }
-            return false;
-        });
-        return 0;
-    });
-    std::memset(pReply, 0, 6);
-}
-
-BENCH_CALLED void ReadRegistrations(uint8_t* pReply) noexcept
-{
-    ReadRecords<SWCT_CLASS_CVID_REGISTRATION, kRegistrationSize>(pReply, Registrations);
-}
-
-BENCH_CALLED void ReadTranslations(uint8_t* pReply) noexcept
-{
-    ReadRecords<SWCT_CLASS_VID_TRANSLATION, kTranslationSize>(pReply, Translations);
 }
 
 using History = SwctQueueStatisticsHistorical;
@@ -304,76 +97,11 @@ void FillBitmap(uint8_t* pBitmap, Test test) noexcept
     }
 }
 
-// The VLANs that pass, one behind the other, and a terminator.
-template <uint16_t kClass, class Body>
-void ReadVlanRecords(uint8_t* pReply, Body body) noexcept
-{
-    for (unsigned index = 0; index < SWCT_VLAN_MAX; ++index) {
-        if (pRegion->sVlan[index].boExists != 0) {
-            const auto& sBody = body(pRegion->sVlan[index]);
-            const uint32_t dwMoid = kClass | (index + 1) << 16;
-            std::memcpy(pReply, &dwMoid, sizeof dwMoid);
-            std::memcpy(pReply + sizeof dwMoid, &sBody, sizeof sBody);
-            pReply += sizeof dwMoid + sizeof sBody;
-        }
-    }
-    std::memset(pReply, 0, sizeof(SwctVlanMoid));
-}
-
-BENCH_CALLED void ReadVlans(uint8_t* pReply) noexcept
-{
-    ReadVlanRecords<SWCT_CLASS_VLAN>(
-        pReply, [](const SwctVlanEntry& s) -> auto& { return s.sVlanData; });
-}
-
-// Of this data every VLAN has an inner tag.
-BENCH_CALLED void ReadInnerTags(uint8_t* pReply) noexcept
-{
-    ReadVlanRecords<SWCT_CLASS_VLAN_IF_INNER_TAG>(
-        pReply, [](const SwctVlanEntry& s) -> auto& { return s.sInnerTag; });
-}
-
-BENCH_CALLED void WriteInnerTags(const ClassData& sClass) noexcept
-{
-    const auto* p = reinterpret_cast<const SwctVlanIfInnerTagRecord*>(sClass.abRequest.data());
-    for (std::size_t i = 0; i < sClass.aRow.size(); ++i) {
-        pRegion->sVlan[p[i].sMoid.wVlanId - 1].sInnerTag = p[i].sBody;
-    }
-}
-
-struct Exchange {
-    uint16_t wClass;
-    void (*pWrite)(const ClassData& sClass) noexcept;
-    void (*pRead)(uint8_t* pReply) noexcept;
-};
-
-constexpr Exchange kExchange[] = {
-    {SWCT_CLASS_VLAN, WriteVlans, ReadVlans},
-    {SWCT_CLASS_VLAN_PORT, WriteMembers, ReadMembers},
-    {SWCT_CLASS_VLAN_IF_INNER_TAG, WriteInnerTags, ReadInnerTags},
-    {SWCT_CLASS_CVID_REGISTRATION, WriteRegistrations, ReadRegistrations},
-    {SWCT_CLASS_VID_TRANSLATION, WriteTranslations, ReadTranslations},
-};
-
-const Exchange* FindExchange(uint16_t wClass) noexcept
-{
-    for (const Exchange& s : kExchange) {
-        if (s.wClass == wClass) {
-            return &s;
-        }
-    }
-    return nullptr;
-}
-
+// clang-format off
 struct Hand {
-    BENCH_CALLED static uint64_t VlanExists(Key s) noexcept
-    {
-        return pRegion->sVlan[s.wVid - 1].boExists;
-    }
+    BENCH_CALLED static uint64_t VlanExists(Key s) noexcept { return pRegion->sVlan[s.wVid - 1].boExists; }
     BENCH_CALLED static uint64_t IsMember(Key s) noexcept
-    {
-        return IsIn(pRegion->sVlan[s.wVid - 1], {s.bSlot, s.bPort}) ? 1 : 0;
-    }
+    { return IsIn(pRegion->sVlan[s.wVid - 1], {s.bSlot, s.bPort}) ? 1 : 0; }
     BENCH_CALLED static void CopyVlan(uint16_t wVid, SwctVlan* pVlan) noexcept
     {
         std::memcpy(pVlan, &pRegion->sVlan[wVid - 1].sVlanData, sizeof *pVlan);
@@ -387,17 +115,10 @@ struct Hand {
         return uint64_t{sVlan.wVlanId} + sVlan.dwStatus;
     }
     BENCH_CALLED static const SwctVlan* PointVlan(uint16_t wVid) noexcept
-    {
-        return &pRegion->sVlan[wVid - 1].sVlanData;
-    }
-    static uint64_t VlanByPointer(Key s) noexcept
-    {
-        return PointVlan(s.wVid)->wVlanId;
-    }
+    { return &pRegion->sVlan[wVid - 1].sVlanData; }
+    static uint64_t VlanByPointer(Key s) noexcept { return PointVlan(s.wVid)->wVlanId; }
     BENCH_CALLED static uint64_t Pvid(Key s) noexcept
-    {
-        return pRegion->sSwitchPort[s.bSlot % SWCT_SLOT_MAX][s.bPort - 1].wPvid;
-    }
+    { return pRegion->sSwitchPort[s.bSlot % SWCT_SLOT_MAX][s.bPort - 1].wPvid; }
     BENCH_CALLED static uint32_t GetPep(Key s, SwctProviderEdgePort* pRecord) noexcept
     {
         const SwctCepData& sCep = Pb({s.bSlot, s.bPort}).sCep;
@@ -409,10 +130,7 @@ struct Hand {
         return 1;
     }
     static uint64_t Pep(Key s) noexcept
-    {
-        SwctProviderEdgePort sRecord;
-        return GetPep(s, &sRecord) != 0 ? sRecord.wSvid : 0U;
-    }
+    { SwctProviderEdgePort sRecord; return GetPep(s, &sRecord) != 0 ? sRecord.wSvid : 0U; }
     BENCH_CALLED static uint32_t GetRegistration(Key s, SwctCVidRegistration* pRecord) noexcept
     {
         const SwctCepData& sCep = Pb({s.bSlot, s.bPort}).sCep;
@@ -431,10 +149,7 @@ struct Hand {
         return 1;
     }
     static uint64_t Registration(Key s) noexcept
-    {
-        SwctCVidRegistration sRecord;
-        return GetRegistration(s, &sRecord) != 0 ? sRecord.wSvid : 0U;
-    }
+    { SwctCVidRegistration sRecord; return GetRegistration(s, &sRecord) != 0 ? sRecord.wSvid : 0U; }
     static unsigned MembersOf(unsigned index) noexcept
     {
         const SwctVlanEntry& sEntry = pRegion->sVlan[index];
@@ -471,24 +186,13 @@ struct Hand {
         return pFree != aPep + SWCT_PEP_MAX ? static_cast<uint64_t>(pFree - aPep) + 1 : uint64_t{SWCT_NO_FREE_INDEX};
     }
     BENCH_CALLED static uint32_t PortVlans(PortKey s, uint8_t* pBitmap) noexcept
-    {
-        FillBitmap(pBitmap, [s](const SwctVlanEntry& sEntry) { return IsIn(sEntry, s); });
-        return 0;
-    }
+    { FillBitmap(pBitmap, [s](const SwctVlanEntry& sEntry) { return IsIn(sEntry, s); }); return 0; }
     BENCH_CALLED static uint32_t Vlans(uint8_t* pBitmap) noexcept
-    {
-        FillBitmap(pBitmap, [](const SwctVlanEntry& sEntry) { return sEntry.boExists != 0; });
-        return 0;
-    }
+    { FillBitmap(pBitmap, [](const SwctVlanEntry& sEntry) { return sEntry.boExists != 0; }); return 0; }
     BENCH_CALLED static uint32_t CepSvids(PortKey s, uint8_t* pBitmap) noexcept
-    {
-        kernels::BitmapOfValues<kRegistrationSize>(Registrations(s) + 2, pBitmap);
-        return 0;
-    }
+    { kernels::BitmapOfValues<kRegistrationSize>(Registrations(s) + 2, pBitmap); return 0; }
     BENCH_CALLED static uint32_t CVids(PortKey s, uint16_t wSvid, uint8_t* pBitmap) noexcept
-    {
-        return kernels::Bitmap<kRegistrationSize, false>(Registrations(s), kernels::InUseWith(wSvid), pBitmap);
-    }
+    { return kernels::Bitmap<kRegistrationSize, false>(Registrations(s), kernels::InUseWith(wSvid), pBitmap); }
     BENCH_CALLED static uint32_t CVlans(uint8_t* pBitmap) noexcept
     {
         std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
@@ -499,9 +203,7 @@ struct Hand {
         return 0;
     }
     BENCH_CALLED static uint32_t DefaultCVids(PortKey s, uint8_t* pBitmap) noexcept
-    {
-        return kernels::Bitmap<kRegistrationSize, false>(Registrations(s), kernels::WordIs<0>(0), pBitmap);
-    }
+    { return kernels::Bitmap<kRegistrationSize, false>(Registrations(s), kernels::WordIs<0>(0), pBitmap); }
     BENCH_CALLED static uint32_t PepSvids(PortKey s, uint8_t* pBitmap) noexcept
     {
         std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
@@ -559,30 +261,20 @@ struct Hand {
             [wVid](PortKey s) { return FindNth<kRegistrationSize, 6>(Registrations(s), 1, wVid, kIsRelayed); });
     }
     BENCH_CALLED static uint16_t CVidOfRelay(PortKey s, uint16_t wVid) noexcept
-    {
-        return static_cast<uint16_t>(FindNth<kRegistrationSize, 6>(Registrations(s), 1, wVid, kIsRelayed));
-    }
+    { return static_cast<uint16_t>(FindNth<kRegistrationSize, 6>(Registrations(s), 1, wVid, kIsRelayed)); }
     BENCH_CALLED static uint16_t FirstCVid(PortKey s, uint16_t wSvid) noexcept
     {
         const unsigned found = FindNth<kRegistrationSize, 2>(Registrations(s), 1, wSvid, kIsUsed);
         return static_cast<uint16_t>(found != 0 ? found : unsigned{SWCT_VID_NONE});
     }
     BENCH_CALLED static uint16_t SecondCVid(PortKey s, uint16_t wSvid) noexcept
-    {
-        return static_cast<uint16_t>(FindNth<kRegistrationSize, 2>(Registrations(s), 2, wSvid, kIsUsed));
-    }
+    { return static_cast<uint16_t>(FindNth<kRegistrationSize, 2>(Registrations(s), 2, wSvid, kIsUsed)); }
     BENCH_CALLED static uint32_t HasTranslations(uint16_t wVid) noexcept
-    {
-        return AskPorts([wVid](PortKey s) { return FindNth<kTranslationSize, 2>(Translations(s), 1, wVid, kIsUsed); });
-    }
+    { return AskPorts([wVid](PortKey s) { return FindNth<kTranslationSize, 2>(Translations(s), 1, wVid, kIsUsed); }); }
     BENCH_CALLED static uint16_t LowestLocalVid(PortKey s, uint16_t wVid) noexcept
-    {
-        return static_cast<uint16_t>(FindNth<kTranslationSize, 2>(Translations(s), 1, wVid, kIsUsed));
-    }
+    { return static_cast<uint16_t>(FindNth<kTranslationSize, 2>(Translations(s), 1, wVid, kIsUsed)); }
     BENCH_CALLED static uint16_t SecondLocalVid(PortKey s, uint16_t wVid) noexcept
-    {
-        return static_cast<uint16_t>(FindNth<kTranslationSize, 2>(Translations(s), 2, wVid, kIsUsed));
-    }
+    { return static_cast<uint16_t>(FindNth<kTranslationSize, 2>(Translations(s), 2, wVid, kIsUsed)); }
     BENCH_CALLED static uint32_t LastRecords(PortKey s, uint8_t* pTo) noexcept
     {
         const History* pRing = Ring(s.bSlot, s.bPort, 3);
@@ -712,31 +404,20 @@ struct Hand {
                 static_cast<uint16_t>(FindNth<kRegistrationSize, 2>(Registrations(s), 1, wSvid, kIsUsed));
         }
     }
-    static bool Writes(uint16_t wClass) noexcept
-    {
-        return FindExchange(wClass) != nullptr;
-    }
-    static bool Reads(uint16_t wClass) noexcept
-    {
-        return FindExchange(wClass) != nullptr;
-    }
-    static void Write(const ClassData& sClass) noexcept
-    {
-        FindExchange(sClass.wClass)->pWrite(sClass);
-    }
-    static void Read(const ClassData& sClass, uint8_t* pReply) noexcept
-    {
-        FindExchange(sClass.wClass)->pRead(pReply);
-    }
+    static bool Writes(uint16_t wClass) noexcept { return FindExchange(wClass) != nullptr; }
+    static bool Reads(uint16_t wClass) noexcept { return FindExchange(wClass) != nullptr; }
+    static void Write(const ClassData& sClass) noexcept { FindExchange(sClass.wClass)->pWrite(sClass); }
+    static void Read(const ClassData& sClass, uint8_t* pReply) noexcept { FindExchange(sClass.wClass)->pRead(pReply); }
 };
 
-Hand hand;
+// clang-format on
+Hand theHand;
 
 } // namespace
 
 std::vector<Work> HandWorks(const Scene& sScene)
 {
-    return WorksOf(hand, sScene);
+    return WorksOf(theHand, sScene);
 }
 
 void HandPush(const ClassData& sClass)
