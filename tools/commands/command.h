@@ -33,6 +33,7 @@ Action SetUpSave(CLI::App& command);
 Action SetUpDiff(CLI::App& command);
 Action SetUpShow(CLI::App& command);
 Action SetUpExplain(CLI::App& command);
+Action SetUpStatus(CLI::App& command);
 Action SetUpCheck(CLI::App& command);
 Action SetUpWatch(CLI::App& command);
 Action SetUpHistory(CLI::App& command);

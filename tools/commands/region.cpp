@@ -3,20 +3,14 @@
 #include "objects/failure.h"
 #include "terminal/attach.h"
 #include "terminal/terminal.h"
+#include "terminal/users.h"
 
 #include <CLI/CLI.hpp>
-#include <filesystem>
 #include <fmt/format.h>
-#include <fstream>
-#include <sstream>
-#include <sys/sysmacros.h>
-#include <unistd.h>
 
 namespace tool {
 
 namespace {
-
-namespace fs = std::filesystem;
 
 void Report(const Globals& globals, const char* key, const char* verb)
 {
@@ -40,51 +34,11 @@ int Init(const Globals& globals, bool force)
     return kOk;
 }
 
-// A line of /proc/PID/maps: address permissions offset major:minor inode path.
-bool MapsRegion(const std::string& line, const RegionIdentity& region)
-{
-    std::istringstream words(line);
-    std::string skipped;
-    std::string device;
-    ino_t inode = 0;
-    words >> skipped >> skipped >> skipped >> device >> inode;
-    return inode == region.inode && device == fmt::format("{:02x}:{:02x}", major(region.device), minor(region.device));
-}
-
-bool MapsRegion(const fs::path& process, const RegionIdentity& region)
-{
-    std::ifstream maps(process / "maps");
-    for (std::string line; std::getline(maps, line);) {
-        if (MapsRegion(line, region)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-// "cdbm (312), collector (401)": the other processes that have mapped the region, as far as the system tells.
-std::string UsersOf(const RegionIdentity& region)
-{
-    std::string users;
-    std::error_code error;
-    for (const fs::directory_entry& entry : fs::directory_iterator("/proc", error)) {
-        const std::string id = entry.path().filename();
-        const bool isProcess = id.find_first_not_of("0123456789") == std::string::npos;
-        if (!isProcess || id == std::to_string(getpid()) || !MapsRegion(entry.path(), region)) {
-            continue;
-        }
-        std::string name;
-        std::getline(std::ifstream(entry.path() / "comm"), name);
-        users += fmt::format("{}{} ({})", users.empty() ? "" : ", ", name, id);
-    }
-    return users;
-}
-
 int Remove(const Globals& globals, bool force)
 {
     const auto region = FindRegion();
     if (region && !force) {
-        const std::string users = UsersOf(*region);
+        const std::string users = ToText(UsersOf(*region));
         if (!users.empty()) {
             throw Failure(kBadInput, fmt::format("the region {} is in use by {}: stop them, or use 'piovios remove "
                                                  "--force' and they keep a region that no other process sees",

@@ -27,6 +27,15 @@ void Walk(Moid* (*next)(const Moid*), uint16_t classId, Visit visit)
     }
 }
 
+// How many objects of a class there are.
+template <class Moid>
+uint64_t NumberOf(Moid* (*next)(const Moid*), uint16_t classId)
+{
+    uint64_t number = 0;
+    Walk(next, classId, [&number](const Moid&) { ++number; });
+    return number;
+}
+
 inline Port PortOf(const SwctPortMoid& moid)
 {
     return {moid.bSlot, moid.bPort};

@@ -14,7 +14,6 @@ namespace {
 constexpr unsigned kLines = 5;
 constexpr const char* kEighths[] = {" ", "▁", "▂", "▃", "▄", "▅", "▆", "▇", "█"};
 constexpr unsigned kFull = std::size(kEighths) - 1;
-constexpr unsigned kWidthWithoutTerminal = 120;
 constexpr unsigned kScaleWidth = 12;
 
 std::string ScaleText(double value)
@@ -37,30 +36,46 @@ const char* Piece(double value, double highest, unsigned line)
     return kEighths[static_cast<std::size_t>(std::clamp(eighths, 0L, static_cast<long>(kFull)))];
 }
 
+using Bar = std::vector<ChartBar>::const_iterator;
+
+std::string LineText(const std::string& title, std::string cells)
+{
+    cells.erase(cells.find_last_not_of(' ') + 1);
+    return fmt::format("{:>9} {}\n", title, cells);
+}
+
+// A line of marks below the bars that have one; nothing when none has.
+template <class HasMark>
+std::string Marks(const char* title, const char* mark, Bar first, Bar last, HasMark hasMark)
+{
+    std::string cells;
+    for (auto bar = first; bar != last; ++bar) {
+        cells += hasMark(*bar) ? Styled(Style::kWarning, mark) : " ";
+    }
+    return std::any_of(first, last, hasMark) ? LineText(title, cells) : "";
+}
+
 } // namespace
 
-std::string Chart(const std::vector<ChartBar>& bars)
+std::string Chart(const std::vector<ChartBar>& bars, unsigned width)
 {
-    const unsigned width = TerminalWidth() > kScaleWidth ? TerminalWidth() : kWidthWithoutTerminal;
-    const std::size_t shown = std::min<std::size_t>(bars.size(), width - kScaleWidth);
-    const auto first = bars.end() - static_cast<std::ptrdiff_t>(shown);
-    const double highest = std::max_element(first, bars.end(), [](const ChartBar& a, const ChartBar& b) {
-                               return a.value < b.value;
-                           })->value;
+    const std::size_t room = width > kScaleWidth ? width - kScaleWidth : bars.size();
+    const auto last = bars.begin() + static_cast<std::ptrdiff_t>(std::min(bars.size(), room));
+    double highest = 0;
+    std::for_each(bars.begin(), last, [&](const ChartBar& bar) { highest = std::max(highest, bar.value.value_or(0)); });
     std::string text;
     for (unsigned line = kLines; line-- > 0;) {
-        text += fmt::format("{:>9} ", line == kLines - 1 ? ScaleText(highest) : line == 0 ? "0" : "");
-        for (auto bar = first; bar != bars.end(); ++bar) {
-            text += Styled(bar->isDoubtful ? Style::kWarning : Style::kGood, Piece(bar->value, highest, line));
+        std::string cells;
+        for (auto bar = bars.begin(); bar != last; ++bar) {
+            const std::string piece = Piece(bar->value.value_or(0), highest, line);
+            cells += piece == kEighths[0] ? piece : Styled(bar->isDoubtful ? Style::kWarning : Style::kGood, piece);
         }
-        text += '\n';
+        text += LineText(line == kLines - 1 ? ScaleText(highest) : line == 0 ? "0" : "", cells);
     }
-    if (std::any_of(first, bars.end(), [](const ChartBar& bar) { return bar.isDoubtful; })) {
-        text += fmt::format("{:>9} ", "suspect");
-        for (auto bar = first; bar != bars.end(); ++bar) {
-            text += bar->isDoubtful ? Styled(Style::kWarning, "^") : " ";
-        }
-        text += '\n';
+    text += Marks("suspect", "^", bars.begin(), last, [](const ChartBar& bar) { return bar.isDoubtful; });
+    text += Marks("missing", "x", bars.begin(), last, [](const ChartBar& bar) { return !bar.value; });
+    if (last != bars.end()) {
+        text += fmt::format("{:>9} {} more at the right do not fit\n", "", bars.end() - last);
     }
     return text;
 }
