@@ -1,5 +1,6 @@
 // Counts the basic blocks of the library that a call runs: a bound on its work that does not depend on the machine.
-#include <cstdint>
+#include "blocks.h"
+
 #include <cstdio>
 #include <cstdlib>
 

@@ -1,5 +1,5 @@
 // The exchange with the CDBM: requests of every class into any region, and replies into buffers of the stated size.
-#include "operations.h"
+#include "blocks.h"
 #include "platform.h"
 #include "platform/gt.h"
 #include "region/views.h"

@@ -34,10 +34,25 @@ constexpr std::size_t kByteBufferSize<Swct_SetL2cpMacDestTunnel> = 2;
 template <>
 constexpr std::size_t kByteBufferSize<Swct_GetVlanInnerTagInfo> = 1;
 
-// The same operation's answer to the same question must not take longer because of what the region holds.
-void StartCall()
+struct Guard {
+    Guard()
+    {
+        BeginCall();
+    }
+    ~Guard()
+    {
+        EndCall();
+    }
+    Guard(const Guard&) = delete;
+    Guard& operator=(const Guard&) = delete;
+};
+
+// Calls the library and nothing else.
+template <auto kOperation, class... Types>
+auto CallGuarded(Types... values)
 {
-    qwNbrOfBlocks = 0;
+    const Guard sGuard;
+    return kOperation(values...);
 }
 
 template <Moid Type>
@@ -153,11 +168,10 @@ struct Call<kOperation> {
 private:
     static void RunWith(Digest& sDigest, bool boWalks, Types... values)
     {
-        StartCall();
         if constexpr (std::is_void_v<Result>) {
-            kOperation(values...);
+            CallGuarded<kOperation>(values...);
         } else {
-            const Result result = kOperation(values...);
+            const Result result = CallGuarded<kOperation>(values...);
             AddResult(sDigest, result);
             if constexpr (std::is_pointer_v<Result>) {
                 Walk(sDigest, boWalks ? result : nullptr, values...);
@@ -175,8 +189,7 @@ private:
                     std::fputs("the walk does not end\n", stderr);
                     std::abort();
                 }
-                StartCall();
-                pNext = kOperation(pNext, others...);
+                pNext = CallGuarded<kOperation>(const_cast<const Object*>(pNext), others...);
                 AddResult(sDigest, pNext);
             }
         }
@@ -199,8 +212,8 @@ struct CallLastNRecords {
         const unsigned count = bCount == 0 || bCount > kRecords ? kRecords : bCount;
         const std::size_t size = count * sizeof(SwctQueueStatisticsHistorical);
         const Bytes pMemory = Allocate(size);
-        StartCall();
-        kOperation(bSlot, bPort, bQueue, bCount, reinterpret_cast<SwctQueueStatisticsHistorical*>(pMemory.get()));
+        CallGuarded<kOperation>(bSlot, bPort, bQueue, bCount,
+                                reinterpret_cast<SwctQueueStatisticsHistorical*>(pMemory.get()));
         sDigest.Add(pMemory.get(), size);
     }
 };
@@ -226,8 +239,7 @@ struct Call<Swct_SetConfig> {
         const uint8_t bKind = sInput.Byte();
         const RecordClass& sClass = DrawRecordClass(sInput);
         const Bytes pRequest = bKind % 16 != 15 ? DrawRequest(sInput, sClass) : nullptr;
-        StartCall();
-        const uint32_t dwResult = Swct_SetConfig(DrawClassId(bKind, sClass), pRequest.get());
+        const uint32_t dwResult = CallGuarded<Swct_SetConfig>(DrawClassId(bKind, sClass), pRequest.get());
         sDigest.Add(&dwResult, sizeof dwResult);
     }
 };
@@ -241,37 +253,13 @@ struct Call<Swct_GetConfig> {
         const uint32_t dwMaxElements = bKind % 4 == 0 ? sInput.Raw<uint32_t>() : sInput.Key<uint16_t>();
         const std::size_t size = ReplySize(sClass, dwMaxElements);
         const Bytes pReply = bKind % 16 != 15 ? Allocate(size) : nullptr;
-        StartCall();
-        const uint32_t dwResult = Swct_GetConfig(DrawClassId(bKind, sClass), pReply.get(), dwMaxElements);
+        const uint32_t dwResult = CallGuarded<Swct_GetConfig>(DrawClassId(bKind, sClass), pReply.get(), dwMaxElements);
         sDigest.Add(&dwResult, sizeof dwResult);
         sDigest.Add(pReply.get(), pReply != nullptr ? size : 0);
     }
 };
 
-constexpr bool HasWord(std::string_view name, std::string_view word)
-{
-    // "Set" begins another word in "Settings".
-    for (std::size_t at = name.find(word); at != name.npos; at = name.find(word, at + 1)) {
-        const std::size_t end = at + word.size();
-        if (end == name.size() || !(name[end] >= 'a' && name[end] <= 'z')) {
-            return true;
-        }
-    }
-    return false;
-}
-
-constexpr bool Changes(std::string_view name)
-{
-    for (const std::string_view word : {"Init", "Initialize", "Create", "Write", "Update", "Delete", "Clear", "Set",
-                                        "AddVlanPort", "Increment", "Decrement", "Keep"}) {
-        if (HasWord(name, word)) {
-            return true;
-        }
-    }
-    return false;
-}
-
-#define OPERATION(name) {#name, Changes(#name), Call<name>::Run},
+#define OPERATION(name, section) {#name, OperationKind::section, Call<name>::Run},
 constexpr Operation kOperations[] = {
 #include "operations.inc"
 };

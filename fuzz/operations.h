@@ -13,9 +13,15 @@ public:
     uint64_t qwValue = 0;
 };
 
+enum class OperationKind {
+    attach,
+    ask, // leaves the region alone
+    change
+};
+
 struct Operation {
     const char* pName;
-    bool boChanges; // stores into the region; all others must leave it alone
+    OperationKind eKind;
     void (*pCall)(Input& sInput, Digest& sDigest);
 };
 
@@ -29,5 +35,6 @@ OperationList Operations();
 // No walk may take more steps: 15 ports with 4095 objects each.
 constexpr unsigned kWalkStepsMax = 15 * 4095;
 
-// Basic blocks of the library that the present call has run; counted in the fuzzers' build only.
-extern uint64_t qwNbrOfBlocks;
+// Around every call of the library, but not the making of its arguments; each program has its own.
+void BeginCall();
+void EndCall();

@@ -1,9 +1,17 @@
 include_guard(GLOBAL)
 
-# Writes operations.inc: OPERATION(name) for every function that the version script exports.
-file(STRINGS ${PROJECT_SOURCE_DIR}/data/swch/piovios.map exports REGEX "Swct_")
-list(TRANSFORM exports REPLACE " *([A-Za-z0-9_]+);" "OPERATION(\\1)\n")
-list(JOIN exports "" exports)
+# Writes operations.inc: OPERATION(name, section) for every function that the version script exports; its sections say
+# whether it attaches, asks or changes.
+file(STRINGS ${PROJECT_SOURCE_DIR}/data/swch/piovios.map lines REGEX "^ *(Swct_|# (attach|ask|change|data))")
+set(section "")
+set(exports "")
+foreach(line IN LISTS lines)
+    if(line MATCHES "# ([a-z]+)")
+        set(section ${CMAKE_MATCH_1})
+    elseif(line MATCHES "(Swct_[A-Za-z0-9_]+)")
+        string(APPEND exports "OPERATION(${CMAKE_MATCH_1}, ${section})\n")
+    endif()
+endforeach()
 file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/operations/operations.inc CONTENT "${exports}" @ONLY)
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/data/swch/piovios.map)
 

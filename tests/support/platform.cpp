@@ -51,6 +51,7 @@ void TestPlatform::Reset(uint8_t fill)
     static const bool isMapped = Standin__MapGuarded(sizeof(SwctData), &sMemory) != 0;
     static_cast<void>(isMapped);
     pRegion = static_cast<SwctData*>(sMemory.pWritable);
+    pReadable = sMemory.pReadable;
     std::memset(static_cast<void*>(pRegion), fill, sizeof(SwctData));
     Standin__Reset();
     Standin__SetTime(1000);

@@ -27,6 +27,7 @@ struct TestPlatform {
     // The region between guard pages, writable.  What attaches for reading gets the same bytes at another address,
     // where a store faults.
     SwctData* pRegion = nullptr;
+    const void* pReadable = nullptr;
 
     // Takes everything back, the traces and the library's views included; the region is filled with 'fill' then.
     void Reset(uint8_t fill = 0);

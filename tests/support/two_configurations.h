@@ -33,7 +33,7 @@ Record Filled(int variant)
 inline Configuration MakeConfiguration(int variant)
 {
     const unsigned ceps = variant == 0 ? 6 : 8;
-    const auto wBase = static_cast<uint16_t>(variant == 0 ? 100 : 120);
+    const auto wBase = static_cast<uint16_t>(variant == 0 ? 8 : 12);
     Configuration requests;
     const auto begin = [&](uint16_t wClass) { requests.emplace_back(wClass, std::vector<uint8_t>()); };
     const auto forPorts = [&](unsigned from, unsigned to, auto act) {
@@ -44,7 +44,7 @@ inline Configuration MakeConfiguration(int variant)
         Add(requests, uint64_t{0});
     };
     const auto forVlans = [&](auto act) {
-        for (auto wVlanId = static_cast<uint16_t>(wBase - 50); wVlanId < wBase + 100; ++wVlanId) {
+        for (auto wVlanId = static_cast<uint16_t>(wBase - 7); wVlanId < wBase + 143; ++wVlanId) {
             act(wVlanId);
         }
         Add(requests, uint64_t{0});
