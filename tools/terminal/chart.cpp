@@ -38,10 +38,11 @@ const char* Piece(double value, double highest, unsigned line)
 
 using Bar = std::vector<ChartBar>::const_iterator;
 
-std::string LineText(const std::string& title, std::string cells)
+std::string LineText(const std::string& title, const std::string& cells)
 {
-    cells.erase(cells.find_last_not_of(' ') + 1);
-    return fmt::format("{:>9} {}\n", title, cells);
+    std::string line = fmt::format("{:>9} {}", title, cells);
+    line.erase(line.find_last_not_of(' ') + 1);
+    return line + '\n';
 }
 
 // A line of marks below the bars that have one; nothing when none has.
