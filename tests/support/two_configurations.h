@@ -29,10 +29,19 @@ Record Filled(int variant)
     return sRecord;
 }
 
-// 'variant' 0 and 1 differ in all values, and in the types of two ports.
-inline Configuration MakeConfiguration(int variant)
+// How much of it there is: customer edge ports come first, then network ports.
+struct Extent {
+    unsigned ceps;
+    unsigned ports;
+    uint16_t wVlans;         // 30 and more hold all VIDs that the ports use
+    uint16_t wRegistrations; // of each customer edge port
+    uint16_t wTranslations;  // of each network port
+};
+
+// 'variant' 0 and 1 differ in all values.
+inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
 {
-    const unsigned ceps = variant == 0 ? 6 : 8;
+    const auto& [ceps, ports, wVlans, wRegistrations, wTranslations] = sExtent;
     const auto wBase = static_cast<uint16_t>(variant == 0 ? 8 : 12);
     Configuration requests;
     const auto begin = [&](uint16_t wClass) { requests.emplace_back(wClass, std::vector<uint8_t>()); };
@@ -44,13 +53,13 @@ inline Configuration MakeConfiguration(int variant)
         Add(requests, uint64_t{0});
     };
     const auto forVlans = [&](auto act) {
-        for (auto wVlanId = static_cast<uint16_t>(wBase - 7); wVlanId < wBase + 143; ++wVlanId) {
+        for (auto wVlanId = static_cast<uint16_t>(wBase - 7); wVlanId < wBase - 7 + wVlans; ++wVlanId) {
             act(wVlanId);
         }
         Add(requests, uint64_t{0});
     };
     begin(177);
-    forPorts(0, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
+    forPorts(0, ports, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
         auto sPort = Filled<SwctSwitchPort>(variant);
         sPort.dwPbPortType = i < ceps ? 3U : i % 2 + 1;
         sPort.dwIngressFiltering = 2;
@@ -72,14 +81,14 @@ inline Configuration MakeConfiguration(int variant)
         }
     });
     begin(514);
-    forPorts(0, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
+    forPorts(0, ports, [&](uint8_t bSlot, uint8_t bPort, unsigned i) {
         auto sQinQ = Filled<SwctQinQPort>(variant);
         sQinQ.wProviderTagVid = static_cast<uint16_t>(wBase + i);
         Add(requests, SwctQinQPortRecord{{514, bSlot, bPort}, sQinQ});
     });
     begin(369);
     forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
-        for (uint16_t wCVid = 1; wCVid <= 200; ++wCVid) {
+        for (uint16_t wCVid = 1; wCVid <= wRegistrations; ++wCVid) {
             auto sRecord = Filled<SwctCVidRegistration>(variant);
             sRecord.wCVid = wCVid;
             sRecord.wSvid = static_cast<uint16_t>(wBase + 1 + wCVid % 16);
@@ -105,8 +114,8 @@ inline Configuration MakeConfiguration(int variant)
         }
     });
     begin(437);
-    forPorts(ceps, 15, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
-        for (uint16_t wLocalVid = 1; wLocalVid <= 100; ++wLocalVid) {
+    forPorts(ceps, ports, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
+        for (uint16_t wLocalVid = 1; wLocalVid <= wTranslations; ++wLocalVid) {
             auto sRecord = Filled<SwctVidTranslation>(variant);
             sRecord.wLocalVid = wLocalVid;
             sRecord.wRelayVid = static_cast<uint16_t>(wBase + wLocalVid);
@@ -126,13 +135,20 @@ inline Configuration MakeConfiguration(int variant)
     return requests;
 }
 
-inline const Configuration kConfigurations[] = {MakeConfiguration(0), MakeConfiguration(1)};
+// Ports 7 and 8 change their type.
+inline const Configuration kConfigurations[] = {MakeConfiguration(0, {6, 15, 150, 200, 100}),
+                                                MakeConfiguration(1, {8, 15, 150, 200, 100})};
+
+inline void Push(const Configuration& requests)
+{
+    for (const auto& [wClass, abRequest] : requests) {
+        Swct_SetConfig(wClass, abRequest.data());
+    }
+}
 
 inline void PushConfiguration(int variant)
 {
-    for (const auto& request : kConfigurations[variant]) {
-        Swct_SetConfig(request.first, request.second.data());
-    }
+    Push(kConfigurations[variant]);
 }
 
 inline const uint8_t* RegionBytes()
