@@ -110,12 +110,12 @@ private:
     std::vector<pid_t> m_running;
 };
 
-std::string ExampleFile()
+std::string Example(const char* name)
 {
     namespace fs = std::filesystem;
     const fs::path program = fs::read_symlink(kProgram);
     const fs::path installation = program.parent_path().parent_path();
-    return fs::proximate(installation / "share" / "piovios" / "examples" / "metro-access.json");
+    return fs::proximate(installation / "share" / "piovios" / "examples" / name);
 }
 
 struct Scene {
@@ -153,8 +153,9 @@ int Demo(const std::string& file)
         {"The provider edge ports of the customer edge ports:", {"piovios", "show", "peps"}},
     };
     const Scene end[] = {
-        {"The history of one queue; counters 1 to 4 are frames, octets, dropped frames, dropped octets:",
-         {"piovios", "history", "1/1/8", "--last", "24"}},
+        {"The history of one queue; a file of the site says what the counters count and what a stamp is:",
+         {"piovios", "history", "1/1/8", "--last", "24", "--names", Example("demo.names.json")}},
+        {"The region on one screen:", {"piovios", "status"}},
         {"And an audit of the region:", {"piovios", "check"}},
     };
     Node node;
@@ -194,7 +195,7 @@ Action SetUpDemo(CLI::App& command)
             RunCollector();
             return +kOk;
         }
-        return Demo(options->file.empty() ? ExampleFile() : options->file);
+        return Demo(options->file.empty() ? Example("metro-access.json") : options->file);
     };
 }
 
