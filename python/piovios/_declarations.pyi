@@ -1,0 +1,4 @@
+"""What cffi makes of the public headers."""
+from typing import Any
+
+ffi: Any
