@@ -27,7 +27,7 @@ class _Library:
         if self._raw is None:
             raise WrongUse(f"{name}: nothing is loaded yet; call piovios.open() or piovios.load() first")
         try:
-            value = _passing_packed(getattr(self._raw, name))
+            value = _safe(getattr(self._raw, name))
         except ffi.error as error:  # of data; operations raise AttributeError by themselves
             raise AttributeError(str(error)) from None
         setattr(self, name, value)
@@ -42,7 +42,8 @@ class _Library:
 
 
 #: Every exported operation, datum and constant, by the rules of the C headers: no argument is looked after, a bad key
-#: gives the absent value, and the buffers of iterators last until their next call.
+#: gives the absent value, and the buffers of iterators last until their next call. A null result is None: reading a
+#: field through a null pointer would end the interpreter.
 lib = cast("Operations", _Library())
 #: The platform's own names. Those of the stand-in (platform/standin.h) are declared.
 platform: Any = _Library()
@@ -70,6 +71,14 @@ def load(platform: str = PLATFORM, library: str = LIBRARY) -> None:
 _platform = platform
 
 
+def _without_null(function: Any) -> Any:
+    def operation(*given: Any) -> Any:
+        return function(*given) or None
+
+    operation.__doc__ = str(ffi.typeof(function))
+    return operation
+
+
 def _stand_in(kind: Any) -> Optional[str]:
     """The plain record that goes by value as a packed one does, which cffi refuses; None for what cffi accepts."""
     if kind.kind != "struct":
@@ -84,14 +93,15 @@ def _stand_in(kind: Any) -> Optional[str]:
     return "PassedInMemory" if in_memory else f"Passed{ffi.sizeof(kind)}"
 
 
-def _passing_packed(value: Any) -> Any:
-    """An operation that takes a packed record by value, made callable; anything else as it is."""
+def _safe(value: Any) -> Any:
+    """An operation with None in place of null, and callable where it takes a packed record by value; other things as
+    they are."""
     if not isinstance(value, ffi.CData) or ffi.typeof(value).kind != "function":
         return value
     kind = ffi.typeof(value)
     shapes = [_stand_in(argument) for argument in kind.args]
     if not any(shapes):
-        return value
+        return _without_null(value) if kind.result.kind == "pointer" else value
     arguments = ", ".join(shape or argument.cname for shape, argument in zip(shapes, kind.args))
     function = ffi.cast(f"{kind.result.cname}(*)({arguments})", value)
 

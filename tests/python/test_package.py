@@ -115,6 +115,7 @@ WRONG: dict[str, tuple[type[Exception], Callable[[piovios.Node], Any]]] = {
     "a port that does not exist": (piovios.NotFound, lambda node: node.port("3/5")),
     "a port out of range": (piovios.NotFound, lambda node: node.port("4/1")),
     "a queue out of range": (piovios.NotFound, lambda node: node.periods("3/1/1")),
+    "a null pointer": (AttributeError, lambda node: lib.Swct_GetVlanInfo(9999).wVlanId),
     "another ring": (ValueError, lambda node: node.history("1h")),
     "another class": (ValueError, lambda node: node.get_config(178)),
     "a record of another class": (ValueError, lambda node: node.set_config(205, [((206, 1), ())])),
@@ -184,6 +185,11 @@ def test_attaching_fails_with_its_reason(region: str) -> None:
 
 
 @pytest.mark.configuration(str(ROOT / "examples/metro-access.json"))
-def test_readme_program_runs(node: piovios.Node) -> None:
-    program = re.findall(r"```python\n(.*?)```", (ROOT / "README.md").read_text(), flags=re.S)[0]
-    assert "Pep(pep_index=1, svid=1100, cvids=4081," in run_alone(program)
+@pytest.mark.parametrize("document, rest, expected", (
+    ("README.md", "print(node.port('1/3').peps[0])", "Pep(pep_index=1, svid=1100, cvids=4081,"),
+    ("docs/python.md", "print(piovios.open().vlan(401).name, drops.shape, record.acName[0])",
+     "guests (2, 5, 8, 97) b'r'"),
+))
+def test_documented_programs_run(node: piovios.Node, document: str, rest: str, expected: str) -> None:
+    programs = re.findall(r"```python\n(.*?)```", (ROOT / document).read_text(), flags=re.S)
+    assert run_alone("".join(programs) + rest).startswith(expected)
