@@ -9,7 +9,7 @@ from typing import Iterator
 
 import piovios
 import pytest
-from conftest import command
+from pictures import command
 
 ROOT = Path(__file__).parents[2]
 EXAMPLES = ROOT / "examples/python"

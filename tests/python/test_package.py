@@ -12,8 +12,8 @@ from typing import Any, Callable
 import numpy
 import piovios
 import pytest
-from conftest import command
-from pictures import CLASSES, picture, put_random, saved
+from pictures import command, picture, saved
+from random_node import CLASSES, put_random
 
 ROOT = Path(__file__).parents[2]
 ROUNDS = int(os.environ.get("PIOVIOS_TEST_ROUNDS", "40"))

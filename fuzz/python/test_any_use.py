@@ -1,42 +1,15 @@
 """Any arguments: the interpreter lives, and what is raised is what the package says."""
 import os
 import random
-from typing import Any, Callable
+from typing import Any
 
 import piovios
-from pictures import CLASSES, put_random
+from random_node import fitting, put_random, value
 
 ROUNDS = int(os.environ.get("PIOVIOS_TEST_ROUNDS", "40")) * 2500
 ffi, lib = piovios.ffi, piovios.lib
 # Requests and replies have no length of their own: Node.set_config and get_config see to that. And the attachments.
 LEFT_OUT = "Swct_SetConfig", "Swct_GetConfig", "Swct_Open", "Swct_CdbmOpen", "Swct_Init"
-
-
-def value(chance: random.Random, depth: int = 0) -> Any:
-    """Anything."""
-    depth += 1
-    kinds: tuple[Callable[[], Any], ...] = (
-        lambda: chance.choice((-1, 0, 1, 100, 177, 205, 4094, 4095, 65535, 65536, 2**32, 2**70, -2**40)),
-        lambda: chance.choice((None, True, 1.5, "", "1/3", "1/1/8", "15m", "\0", "x" * 300, ffi.NULL, float("nan"))),
-        lambda: chance.randbytes(chance.choice((0, 1, 4, 16, 130, 134, 147, 500))),
-        lambda: chance.choice(CLASSES),
-        lambda: [value(chance, depth) for _ in range(chance.randrange(4))] if depth < 4 else (),
-        lambda: tuple(value(chance, depth) for _ in range(chance.randrange(4))) if depth < 4 else (),
-        lambda: {chance.choice(("sMoid", "sBody", "acName")): value(chance, depth)} if depth < 4 else {})
-    return chance.choice(kinds)()
-
-
-def fitting(chance: random.Random, kind: Any) -> Any:
-    """An argument as a C program may give it: any number, any record, null or enough room."""
-    if kind.kind == "primitive":
-        bits = 8 * ffi.sizeof(kind)
-        return chance.choice((0, 1, 2, 3, 5, chance.randrange(18), chance.randrange(4097), 2**31)) % 2**bits
-    if kind.kind == "pointer" and chance.random() < 0.05:
-        return ffi.NULL
-    room = ffi.new("char[]", 8192 if kind.kind == "pointer" else ffi.sizeof(kind))
-    ffi.buffer(room)[:] = (chance.randbytes(len(room) - 1) if chance.random() < 0.5 else bytes(len(room) - 1)) + b"\0"
-    pointer = ffi.cast(kind if kind.kind == "pointer" else f"{kind.cname} *", room)
-    return (room, pointer) if kind.kind == "pointer" else (pointer, pointer[0])
 
 
 def test_any_use_of_the_layer(node: piovios.Node) -> None:
