@@ -36,22 +36,24 @@ TEST_F(TranslationTest, EveryOperationKnowsItsPort)
     const std::string before = Region();
     Swct_WriteVidTranslation(TranslationMoid(1, 1, 9), nullptr);
     EXPECT_TRUE(Region() == before);
-    CheckChangesByType({CHANGE(Swct_CreateVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
-                        CHANGE(Swct_WriteVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
-                        CHANGE(Swct_DeleteVidTranslation(TranslationMoid(bSlot, bPort, wKey)))});
+    CheckChanges({CHANGE(kExisting, Swct_CreateVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
+                  CHANGE(kExisting, Swct_WriteVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
+                  CHANGE(kExisting, Swct_DeleteVidTranslation(TranslationMoid(bSlot, bPort, wKey)))},
+                 1, 1);
     Swct_CdbmOpen();
     constexpr KeyedCall kQuestions[] = {
-        ASK(0, Swct_IsCnp(bSlot, bPort)),
-        ASK(0, Swct_DoesSwitchPortHaveVidTranslationChildren(bSlot, bPort)),
-        ASK(0, Swct_DoesVidTranslationExist(TranslationMoid(bSlot, bPort, wKey))),
-        ASK(0, Swct_VidTranslation_GetRelayVid(TranslationMoid(bSlot, bPort, wKey))),
-        ASK(kUntouched, FILL(SwctVidTranslation, Swct_ReadVidTranslation(TranslationMoid(bSlot, bPort, wKey), p))),
-        ASK(0, FILL(uint16_t, Swct_GetRelayVidOfLocalVid(bSlot, bPort, wKey, p))),
-        ASK(0, FILL(uint16_t, Swct_GetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
-        ASK(0, FILL(uint16_t, Swct_GetSecondLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
-        ASK(0, FILL(uint16_t, Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
-        ASK(0, Swct_SpeedUpDoesVidTranslationOnPort(bSlot, bPort, wKey)),
-        ASK(0, Swct_DoesVlanHaveVidTranslationsOnPort({0, wKey}, bSlot, bPort)),
+        ASK(kExisting, 0, Swct_IsCnp(bSlot, bPort)),
+        ASK(kManaged, 0, Swct_DoesSwitchPortHaveVidTranslationChildren(bSlot, bPort)),
+        ASK(kManaged, 0, Swct_DoesVidTranslationExist(TranslationMoid(bSlot, bPort, wKey))),
+        ASK(kManaged, 0, Swct_VidTranslation_GetRelayVid(TranslationMoid(bSlot, bPort, wKey))),
+        ASK(kExisting, kUntouched,
+            FILL(SwctVidTranslation, Swct_ReadVidTranslation(TranslationMoid(bSlot, bPort, wKey), p))),
+        ASK(kStored, 0, FILL(uint16_t, Swct_GetRelayVidOfLocalVid(bSlot, bPort, wKey, p))),
+        ASK(kStored, 0, FILL(uint16_t, Swct_GetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(kStored, 0, FILL(uint16_t, Swct_GetSecondLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(kStored, 0, FILL(uint16_t, Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(bSlot, bPort, wKey, p))),
+        ASK(kStored, 0, Swct_SpeedUpDoesVidTranslationOnPort(bSlot, bPort, wKey)),
+        ASK(kManaged, 0, Swct_DoesVlanHaveVidTranslationsOnPort({0, wKey}, bSlot, bPort)),
     };
     Swct_SwitchPort_SetPbPortType(1, 1, 3);
     for (const KeyedCall& question : kQuestions) {
@@ -137,27 +139,32 @@ TEST_F(PepTest, EveryOperationKnowsItsPort)
     Swct_CreateProviderEdgePort(PepMoid(1, 1, kKey), nullptr);
     Swct_WriteServicePriorityRegeneration(PriorityMoid(1, 1, kKey, 1), nullptr);
     EXPECT_TRUE(Region() == before);
-    CheckChangesByType(
-        {CHANGE(Swct_CreateProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
-         CHANGE(Swct_WriteProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
-         CHANGE(Swct_DeleteProviderEdgePort(PepMoid(bSlot, bPort, wKey))),
-         CHANGE(Swct_CreateServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), &kPriority)),
-         CHANGE(Swct_WriteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey), &kPriority)),
-         CHANGE(Swct_DeleteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey))),
-         CHANGE(Swct_DeleteServicePriorityRegenerationChildren(PepMoid(bSlot, bPort, wKey)))});
+    CheckChanges(
+        {CHANGE(kExisting, Swct_CreateProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
+         CHANGE(kExisting, Swct_WriteProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
+         CHANGE(kExisting, Swct_DeleteProviderEdgePort(PepMoid(bSlot, bPort, wKey))),
+         CHANGE(kExisting, Swct_CreateServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), &kPriority)),
+         CHANGE(kExisting, Swct_WriteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey), &kPriority)),
+         CHANGE(kExisting, Swct_DeleteServicePriorityRegeneration(PriorityMoid(bSlot, bPort, kKey, wKey))),
+         CHANGE(kExisting, Swct_DeleteServicePriorityRegenerationChildren(PepMoid(bSlot, bPort, wKey)))},
+        1, 1);
     Swct_CdbmOpen();
     using Priority = SwctServicePriorityRegeneration;
     CheckQuestions(
-        {ASK(0, Swct_DoesProviderEdgePortExist(PepMoid(bSlot, bPort, wKey))),
-         ASK(0, Swct_ProviderEdgePort_GetSVid(PepMoid(bSlot, bPort, wKey))),
-         ASK(kUntouched, FILL(SwctProviderEdgePort, Swct_ReadProviderEdgePort(PepMoid(bSlot, bPort, wKey), p))),
-         ASK(kUntouched, FILL(SwctProviderEdgePort, Swct_GetProviderEdgePort(bSlot, bPort, wKey, p))),
-         ASK(kUntouched, FILL(SwctProviderEdgePortMoid, Swct_GetProviderEdgePortMoidForSVid(bSlot, bPort, wKey, p))),
-         ASK(0, Swct_GetNumberOfPepInCep(bSlot, bPort)), ASK(0, Swct_GetCepSVlanList(bSlot, bPort, Bitmap(0).abBits)),
-         ASK(0, Swct_DoesPepExistForPortVid(bSlot, bPort, wKey)),
-         ASK(0, Swct_DoesServicePriorityRegenerationExist(PriorityMoid(bSlot, bPort, kKey, wKey))),
-         ASK(kUntouched, FILL(Priority, Swct_ReadServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), p))),
-         ASK(0, Swct_GetServicePriority(bSlot, bPort, kKey, wKey))},
+        {ASK(kManaged, 0, Swct_DoesProviderEdgePortExist(PepMoid(bSlot, bPort, wKey))),
+         ASK(kManaged, 0, Swct_ProviderEdgePort_GetSVid(PepMoid(bSlot, bPort, wKey))),
+         ASK(kExisting, kUntouched,
+             FILL(SwctProviderEdgePort, Swct_ReadProviderEdgePort(PepMoid(bSlot, bPort, wKey), p))),
+         ASK(kStored, kUntouched, FILL(SwctProviderEdgePort, Swct_GetProviderEdgePort(bSlot, bPort, wKey, p))),
+         ASK(kNothing, kUntouched,
+             FILL(SwctProviderEdgePortMoid, Swct_GetProviderEdgePortMoidForSVid(bSlot, bPort, wKey, p))),
+         ASK(kStored, 0, Swct_GetNumberOfPepInCep(bSlot, bPort)),
+         ASK(kStored, 0, Swct_GetCepSVlanList(bSlot, bPort, Bitmap(0).abBits)),
+         ASK(kNothing, 0, Swct_DoesPepExistForPortVid(bSlot, bPort, wKey)),
+         ASK(kManaged, 0, Swct_DoesServicePriorityRegenerationExist(PriorityMoid(bSlot, bPort, kKey, wKey))),
+         ASK(kExisting, kUntouched,
+             FILL(Priority, Swct_ReadServicePriorityRegeneration(PriorityMoid(bSlot, bPort, wKey, 1), p))),
+         ASK(kExisting, 0, Swct_GetServicePriority(bSlot, bPort, kKey, wKey))},
         1, 1);
     const SwctProviderEdgePortMoid sStart = PepMoid(0, 0, 0);
     EXPECT_EQ(Swct_GetNextPepConnectedToSvid(&sStart, kKey), nullptr);
@@ -329,13 +336,14 @@ TEST_F(CVlanTest, QuestionsOverTheRegistrationsOfCeps)
     Swct_GetConfiguredCVlans(bitmap.abBits);
     EXPECT_THAT(bitmap.Bits(), ElementsAre(7U, 9U, 20U, 4094U));
     Register(1, 1, kKey, kKey, kKey);
-    CheckQuestions(
-        {ASK(0, Swct_DoesCVlanForOnePortExist(wKey, bSlot, bPort)),
-         ASK(0, Swct_IsPortMemberOfCVlanId(bSlot, bPort, wKey)),
-         ASK(0, Swct_DoesSVlanForOnePortExist(wKey, bSlot, bPort)), ASK(0, Swct_DoesCepPortInSvlan(wKey, bSlot, bPort)),
-         ASK(0, Swct_GetRelayCVlanId(bSlot, bPort, wKey)), ASK(0, Swct_IsPortMemberOfRelayCVlanId(bSlot, bPort, wKey)),
-         ASK(0, Swct_GetCVlanFromRelayCVlanId(bSlot, bPort, wKey))},
-        1, 1);
+    CheckQuestions({ASK(kStored, 0, Swct_DoesCVlanForOnePortExist(wKey, bSlot, bPort)),
+                    ASK(kStored, 0, Swct_IsPortMemberOfCVlanId(bSlot, bPort, wKey)),
+                    ASK(kStored, 0, Swct_DoesSVlanForOnePortExist(wKey, bSlot, bPort)),
+                    ASK(kNothing, 0, Swct_DoesCepPortInSvlan(wKey, bSlot, bPort)),
+                    ASK(kStored, 0, Swct_GetRelayCVlanId(bSlot, bPort, wKey)),
+                    ASK(kStored, 0, Swct_IsPortMemberOfRelayCVlanId(bSlot, bPort, wKey)),
+                    ASK(kStored, 0, Swct_GetCVlanFromRelayCVlanId(bSlot, bPort, wKey))},
+                   1, 1);
     Swct_GetConfiguredCVlans(bitmap.abBits);
     EXPECT_THAT(bitmap.Bits(), IsEmpty());
     EXPECT_EQ(Swct_DoesCVlanExist(kKey) + Swct_DoesRelayedCVlanExist(kKey), 0U);

@@ -32,25 +32,27 @@ TEST_F(QinQTest, EveryOperationKnowsItsPort)
     AddPort(1, 1, 0);
     Write(1, 1, 1, 7, 1, 9);
     const std::string before = Region();
-    CheckChanges({CHANGE(Swct_WriteQinQPort(Moid(bSlot, bPort), &kRecord)),
-                  CHANGE(Swct_CreateQinQPort(Moid(bSlot, bPort), &kRecord)),
-                  CHANGE(Swct_DeleteQinQPort(Moid(bSlot, bPort))),
-                  CHANGE(Swct_QinQPort_SetProviderTagVid(bSlot, bPort, 0xFFFF)),
-                  CHANGE(Swct_QinQPort_SetProviderTagEtherType(bSlot, bPort, 0x81000001))},
+    CheckChanges({CHANGE_PORT(kExisting, Swct_WriteQinQPort(Moid(bSlot, bPort), &kRecord)),
+                  CHANGE_PORT(kExisting, Swct_CreateQinQPort(Moid(bSlot, bPort), &kRecord)),
+                  CHANGE_PORT(kExisting, Swct_DeleteQinQPort(Moid(bSlot, bPort))),
+                  CHANGE_PORT(kExisting, Swct_QinQPort_SetProviderTagVid(bSlot, bPort, 0xFFFF)),
+                  CHANGE_PORT(kExisting, Swct_QinQPort_SetProviderTagEtherType(bSlot, bPort, 0x81000001))},
                  1, 1);
     Swct_CdbmOpen();
     Swct_WriteQinQPort(Moid(1, 1), nullptr);
     Swct_ReadQinQPort(Moid(1, 1), nullptr);
     EXPECT_TRUE(Region() == before);
-    CheckQuestions(
-        {ASK(0, Swct_GetQinQPortRPtr(bSlot, bPort) != nullptr), ASK(0, Swct_GetQinQPortWPtr(bSlot, bPort) != nullptr),
-         ASK(kUntouched, FILL(SwctQinQPort, Swct_ReadQinQPort(Moid(bSlot, bPort), p))),
-         ASK(0, Swct_DoesQinQPortExist(Moid(bSlot, bPort))), ASK(0, Swct_IsQinQEnabledOnPort(Moid(bSlot, bPort))),
-         ASK(4095, Swct_GetQinQPortProviderVid(Moid(bSlot, bPort))), ASK(4095, Swct_GetQinQPortPVid(bSlot, bPort)),
-         ASK(0, Swct_GetQinQProviderTagPriority(bSlot, bPort)),
-         ASK(0, Swct_IsControlProtocolTunnellingEnabledOnQinQPort(Moid(bSlot, bPort))),
-         ASK(0, Swct_GetQinQControlProtocolTunnellingMac(Moid(bSlot, bPort)))},
-        1, 1);
+    CheckQuestions({ASK(kNothing, 0, Swct_GetQinQPortRPtr(bSlot, bPort) != nullptr),
+                    ASK(kNothing, 0, Swct_GetQinQPortWPtr(bSlot, bPort) != nullptr),
+                    ASK(kNothing, kUntouched, FILL(SwctQinQPort, Swct_ReadQinQPort(Moid(bSlot, bPort), p))),
+                    ASK(kManaged, 0, Swct_DoesQinQPortExist(Moid(bSlot, bPort))),
+                    ASK(kNothing, 0, Swct_IsQinQEnabledOnPort(Moid(bSlot, bPort))),
+                    ASK(kNothing, 4095, Swct_GetQinQPortProviderVid(Moid(bSlot, bPort))),
+                    ASK(kNothing, 4095, Swct_GetQinQPortPVid(bSlot, bPort)),
+                    ASK(kNothing, 0, Swct_GetQinQProviderTagPriority(bSlot, bPort)),
+                    ASK(kNothing, 0, Swct_IsControlProtocolTunnellingEnabledOnQinQPort(Moid(bSlot, bPort))),
+                    ASK(kNothing, 0, Swct_GetQinQControlProtocolTunnellingMac(Moid(bSlot, bPort)))},
+                   1, 1);
     EXPECT_THAT(Walk(Swct_QinQPortMoidIterator, Moid(0, 0)), IsEmpty());
     EXPECT_EQ(Swct_IsQinQEnabledOnAnyPort(), 0U);
     Bitmap bitmap(0xFF);

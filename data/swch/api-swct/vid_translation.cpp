@@ -80,7 +80,7 @@ uint32_t Swct_GetFreeVidTranslationMoid(uint8_t bSlot, uint8_t bPort, uint16_t w
 
 void Swct_ReadVidTranslation(SwctVidTranslationMoid sMoid, SwctVidTranslation* pRecord) noexcept
 {
-    const SwctNetworkPortData* pNp = StoredNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
+    const SwctNetworkPortData* pNp = ExistingNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
     if (pNp != nullptr && IsPbVid(sMoid.wLocalVid) && pRecord != nullptr) {
         CopyRecord(pRecord, &pNp->aVidTranslation[sMoid.wLocalVid - 1]);
     }

@@ -67,11 +67,15 @@ auto* StoredNetworkPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 }
 
 template <class Data>
+auto* ExistingNetworkPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return IsNetworkPortType(PbPortType(pData, bSlot, bPort)) ? &PbData(pData, bSlot, bPort)->sNp : nullptr;
+}
+
+template <class Data>
 auto* ManagedNetworkPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return IsProviderBridge(pData) && IsNetworkPortType(PbPortType(pData, bSlot, bPort))
-               ? &PbData(pData, bSlot, bPort)->sNp
-               : nullptr;
+    return IsProviderBridge(pData) ? ExistingNetworkPort(pData, bSlot, bPort) : nullptr;
 }
 
 // The PEP that serves an S-VID: 1 to 16, or 0.  A spoilt index entry counts as none.

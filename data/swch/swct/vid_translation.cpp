@@ -7,7 +7,7 @@ namespace {
 // The PNP or CNP in whose table a translation may be changed, whatever the switch mode; null when the key is bad.
 SwctNetworkPortData* PortToChange(SwctVidTranslationMoid sMoid) noexcept
 {
-    return IsPbVid(sMoid.wLocalVid) ? StoredNetworkPort(pSwctWrite, sMoid.bSlot, sMoid.bPort) : nullptr;
+    return IsPbVid(sMoid.wLocalVid) ? ExistingNetworkPort(pSwctWrite, sMoid.bSlot, sMoid.bPort) : nullptr;
 }
 
 void SetIndexEntry(SwctNetworkPortData& sNp, uint16_t wRelayVid, uint16_t wLocalVid) noexcept
