@@ -7,6 +7,7 @@
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
+#include <cstring>
 
 #include "platform/ethp.h"
 #include "platform/gt.h"
@@ -143,22 +144,22 @@ uint32_t Slot__GetExpectedMode(uint8_t bSlot)
     return theInventory.adwExpectedMode[bSlot];
 }
 
-uint32_t Modd__ModeHasDataPorts(uint32_t dwMode)
+uint8_t Modd__ModeHasDataPorts(uint32_t dwMode)
 {
     return dwMode == 31 || dwMode == 32 ? 1 : 0;
 }
 
-uint32_t Ethp__DoesLagExist(uint8_t bLag)
+uint8_t Ethp__DoesLagExist(uint8_t bLag)
 {
     return theInventory.lags.count(bLag) != 0 ? 1 : 0;
 }
 
-uint32_t Ethp__LagGetLagPortList(uint8_t bLag, SwctPortList* pList)
+uint32_t Ethp__LagGetLagPortList(uint8_t bLag, void* pList)
 {
     const auto found = theInventory.lags.find(bLag);
     if (found == theInventory.lags.end()) {
         return 0;
     }
-    *pList = found->second;
+    std::memcpy(pList, &found->second, sizeof found->second);
     return 1;
 }

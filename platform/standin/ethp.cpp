@@ -17,13 +17,13 @@ Lag* FindLag(uint8_t bLag)
 
 } // namespace
 
-uint32_t Ethp__DoesLagExist(uint8_t bLag)
+uint8_t Ethp__DoesLagExist(uint8_t bLag)
 {
     const Lag* pLag = FindLag(bLag);
-    return pLag != nullptr ? pLag->boExists : 0;
+    return pLag != nullptr && pLag->boExists != 0 ? 1 : 0;
 }
 
-uint32_t Ethp__LagGetLagPortList(uint8_t bLag, struct SwctPortList* pList)
+uint32_t Ethp__LagGetLagPortList(uint8_t bLag, void* pList)
 {
     if (pList == nullptr || Ethp__DoesLagExist(bLag) == 0) {
         return 0;

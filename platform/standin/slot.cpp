@@ -29,7 +29,7 @@ uint32_t Slot__GetExpectedMode(uint8_t bSlot)
     return sSettings.adwExpectedMode[bSlot];
 }
 
-uint32_t Modd__ModeHasDataPorts(uint32_t dwMode)
+uint8_t Modd__ModeHasDataPorts(uint32_t dwMode)
 {
     return dwMode == 31 || dwMode == 32 ? 1 : 0;
 }

@@ -21,7 +21,7 @@ template <class Visit>
 void WalkPeps(const Filter& filter, Visit visit)
 {
     Walk(Swct_ProviderEdgePortMoidIterator, SWCT_CLASS_PROVIDER_EDGE_PORT, [&](const SwctProviderEdgePortMoid& moid) {
-        const uint16_t svid = Swct_ProviderEdgePort_GetSVid(moid);
+        const auto svid = static_cast<uint16_t>(Swct_ProviderEdgePort_GetSVid(moid));
         const Port port{moid.bSlot, moid.bPort};
         if (filter.HasPort(port) && filter.HasSvid(svid)) {
             visit(moid, port, svid);
@@ -194,7 +194,7 @@ void AddBridgeData(Table& table, Json& row, Port port)
         }
     } else if (type == SWCT_PB_PORT_CEP) {
         const SwctPortMoid defaults{SWCT_CLASS_DEFAULT_CVID_REGISTRATION, port.slot, port.port};
-        const uint16_t defaultSvid = Swct_DefaultCVidRegistration_GetSVid(defaults);
+        const auto defaultSvid = static_cast<uint16_t>(Swct_DefaultCVidRegistration_GetSVid(defaults));
         add("peps", "Provider edge ports", Swct_GetNumberOfPepInCep(port.slot, port.port));
         add("sVids", "Service VLANs", VidsWith([port](uint16_t vid) { return PepIndexOf(port, vid) != 0; }));
         add("cVids", "Registered C-VIDs",

@@ -1,4 +1,5 @@
 // Attaching to the region; creating it is in swct/init.cpp.
+#include "region/memory.h"
 #include "region/trace.h"
 #include "region/views.h"
 #include "swct/lifecycle.h"
@@ -26,12 +27,5 @@ void Swct_Open() noexcept
     }
 }
 
-uint32_t Swct_IsAttachedForReading() noexcept
-{
-    return pSwctRead != nullptr ? 1 : 0;
-}
-
-uint32_t Swct_IsAttachedForWriting() noexcept
-{
-    return pSwctWrite != nullptr ? 1 : 0;
-}
+uint32_t Swct_IsAttachedForReading() noexcept { return YesOrNo(pSwctRead != nullptr); }
+uint32_t Swct_IsAttachedForWriting() noexcept { return YesOrNo(pSwctWrite != nullptr); }

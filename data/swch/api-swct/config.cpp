@@ -1,37 +1,25 @@
-// The exchange with the CDBM: which class, which handler.
+// The exchange with the CDBM: which class, which handlers.  The classes themselves are in config_switch.cpp,
+// config_vlan.cpp and config_bridge.cpp.
 #include "swct/config.h"
 
-#include "api-swct/config_class.h"
+#include "config_exchange.h"
 #include "region/trace.h"
 #include "region/views.h"
 
 namespace {
 
-constexpr ConfigClass kClasses[] = {
-    {SWCT_CLASS_SWITCH, Swct_SetConfig_Switch, Swct_GetConfig_Switch},
-    {SWCT_CLASS_SWITCH_PORT, Swct_SetConfig_SwitchPort, Swct_GetConfig_SwitchPort},
-    {SWCT_CLASS_VLAN, Swct_SetConfig_Vlan, Swct_GetConfig_Vlan},
-    {SWCT_CLASS_VLAN_PORT, Swct_SetConfig_VlanPort, Swct_GetConfig_VlanPort},
-    {SWCT_CLASS_CVID_REGISTRATION, Swct_SetConfig_CVidRegistration, Swct_GetConfig_CVidRegistration},
-    {SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, Swct_SetConfig_ServicePriorityRegeneration,
-     Swct_GetConfig_ServicePriorityRegeneration},
-    {SWCT_CLASS_VID_TRANSLATION, Swct_SetConfig_VidTranslation, Swct_GetConfig_VidTranslation},
-    {SWCT_CLASS_PROVIDER_EDGE_PORT, Swct_SetConfig_ProviderEdgePort, Swct_GetConfig_ProviderEdgePort},
-    {SWCT_CLASS_QINQ_PORT, Swct_SetConfig_QinQPort, Swct_GetConfig_QinQPort},
-    {SWCT_CLASS_DEFAULT_CVID_REGISTRATION, Swct_SetConfig_DefaultCVidRegistration,
-     Swct_GetConfig_DefaultCVidRegistration},
-    {SWCT_CLASS_VLAN_IF_INNER_TAG, Swct_SetConfig_VlanIfInnerTag, Swct_GetConfig_VlanIfInnerTag},
-    {SWCT_CLASS_HRLB, Swct_SetConfig_Hrlb, Swct_GetConfig_Hrlb},
-};
+template <std::size_t... kSizes>
+const ConfigClass* FindIn(uint16_t wClass, const ConfigClass (&... aGroup)[kSizes]) noexcept
+{
+    const ConfigClass* pFound = nullptr;
+    const auto look = [&](const ConfigClass& sClass) { pFound = sClass.wClass == wClass ? &sClass : pFound; };
+    (std::for_each(aGroup, aGroup + kSizes, look), ...);
+    return pFound;
+}
 
 const ConfigClass* FindClass(uint16_t wClass) noexcept
 {
-    for (const ConfigClass& sClass : kClasses) {
-        if (sClass.wClass == wClass) {
-            return &sClass;
-        }
-    }
-    return nullptr;
+    return FindIn(wClass, kSwitchClasses, kVlanClasses, kBridgeClasses);
 }
 
 constexpr char kNullPointer[] = "Called with a null pointer.";

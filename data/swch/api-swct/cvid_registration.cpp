@@ -2,8 +2,9 @@
 #include "swct/cvid_registration.h"
 
 #include "region/bitmap.h"
-#include "region/filter.h"
-#include "region/pep_summary.h"
+#include "region/derived.h"
+#include "region/moid.h"
+#include "region/provider_bridge.h"
 #include "region/trace.h"
 
 namespace {
@@ -11,29 +12,13 @@ namespace {
 // The record of a registration object, or null.
 const SwctCVidRegistration* ManagedRecord(SwctCVidRegistrationMoid sMoid) noexcept
 {
-    const SwctCepData* pCep = ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pCep == nullptr || !IsPbVid(sMoid.wCVid) || pCep->aCVidRegistration[sMoid.wCVid - 1].wCVid == 0) {
-        return nullptr;
-    }
-    return &pCep->aCVidRegistration[sMoid.wCVid - 1];
+    return UsedRecordOf(Registrations(ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wCVid);
 }
 
-// The 'dwNth' C-VID, from 1, whose record satisfies 'test'; 0 for none.
-template <class Test>
-uint16_t FindCVid(const SwctCepData& sCep, uint32_t dwNth, Test test) noexcept
-{
-    for (uint16_t wCVid = 1; wCVid <= SWCT_PB_VID_MAX; ++wCVid) {
-        if (test(sCep.aCVidRegistration[wCVid - 1]) && --dwNth == 0) {
-            return wCVid;
-        }
-    }
-    return 0;
-}
-
-bool IsFree(const SwctCVidRegistration& sRecord) noexcept
-{
-    return sRecord.wCVid == 0;
-}
+// The default registration takes the C-VIDs whose record is free.
+struct IsFree {
+    bool operator()(const SwctCVidRegistration& sRecord) const noexcept { return sRecord.wCVid == 0; }
+};
 
 // What a C-VID without a registration gets from the default one; 'pRecord' keeps its other fields.
 void FillFromDefault(const SwctCepData& sCep, uint16_t wCVid, uint16_t wSvid, SwctCVidRegistration* pRecord) noexcept
@@ -58,7 +43,7 @@ const SwctCepData* OpenCleared(uint8_t bSlot, uint8_t bPort, SwctCVidRegistratio
 uint32_t ReadNthOfDefault(const SwctCepData& sCep, uint32_t dwNth, uint16_t wSvid,
                           SwctCVidRegistration* pRecord) noexcept
 {
-    const uint16_t wCVid = FindCVid(sCep, dwNth, IsFree);
+    const uint16_t wCVid = NthKey(sCep.aCVidRegistration, dwNth, IsFree{});
     if (wCVid == 0) {
         return 0;
     }
@@ -70,7 +55,7 @@ uint32_t ReadNthOfDefault(const SwctCepData& sCep, uint32_t dwNth, uint16_t wSvi
 
 uint32_t Swct_DoesCVidRegistrationExist(SwctCVidRegistrationMoid sMoid) noexcept
 {
-    return ManagedRecord(sMoid) != nullptr ? 1 : 0;
+    return YesOrNo(ManagedRecord(sMoid) != nullptr);
 }
 
 SwctCVidRegistrationMoid* Swct_CVidRegistrationMoidIterator(const SwctCVidRegistrationMoid* pMoidPrevious) noexcept
@@ -80,9 +65,8 @@ SwctCVidRegistrationMoid* Swct_CVidRegistrationMoidIterator(const SwctCVidRegist
         return nullptr;
     }
     ObjectPosition sPosition{pMoidPrevious->bSlot, pMoidPrevious->bPort, pMoidPrevious->wCVid};
-    const bool boFound = FindNextObject<SWCT_PB_VID_MAX>(
-        sPosition, [](uint8_t bSlot, uint8_t bPort) { return ManagedCep(pSwctRead, bSlot, bPort); },
-        [](const SwctCepData& sCep, uint16_t wCVid) { return !IsFree(sCep.aCVidRegistration[wCVid - 1]); });
+    const bool boFound = FindNextObject(
+        sPosition, [](uint8_t bSlot, uint8_t bPort) { return Registrations(ManagedCep(pSwctRead, bSlot, bPort)); });
     if (!boFound) {
         return nullptr;
     }
@@ -93,7 +77,7 @@ SwctCVidRegistrationMoid* Swct_CVidRegistrationMoidIterator(const SwctCVidRegist
 uint32_t Swct_CVidRegistrationMoidFilter(const SwctCVidRegistrationMoid* pMoid,
                                          const SwctCVidRegistrationMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->wCVid, pFilter->wCVid}) : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_GetFreeCVidRegistrationMoid(uint8_t bSlot, uint8_t bPort, uint16_t wCVid,
@@ -112,23 +96,20 @@ uint32_t Swct_GetFreeCVidRegistrationMoid(uint8_t bSlot, uint8_t bPort, uint16_t
 
 void Swct_ReadCVidRegistration(SwctCVidRegistrationMoid sMoid, SwctCVidRegistration* pRecord) noexcept
 {
-    const SwctCepData* pCep = ExistingCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pCep != nullptr && IsPbVid(sMoid.wCVid) && pRecord != nullptr) {
-        CopyRecord(pRecord, &pCep->aCVidRegistration[sMoid.wCVid - 1]);
-    }
+    CopyIfThere(pRecord, RecordOf(Registrations(ExistingCep(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wCVid));
 }
 
-uint16_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) noexcept
+uint32_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) noexcept
 {
     const SwctCVidRegistration* pRecord = ManagedRecord(sMoid);
-    return pRecord != nullptr ? pRecord->wSvid : uint16_t{0};
+    return pRecord != nullptr ? pRecord->wSvid : 0U;
 }
 
 uint32_t Swct_IsCVlanPortTagged(SwctVlanPortMoid sMoidCVlanPort) noexcept
 {
     const SwctCepData* pCep = CepLayout(pSwctRead, sMoidCVlanPort.bSlot, sMoidCVlanPort.bPort);
     const uint16_t wCVid = sMoidCVlanPort.wVlanId;
-    return pCep != nullptr && IsPbVid(wCVid) && pCep->aCVidRegistration[wCVid - 1].boUntaggedCep == 0 ? 1 : 0;
+    return YesOrNo(pCep != nullptr && IsPbVid(wCVid) && pCep->aCVidRegistration[wCVid - 1].boUntaggedCep == 0);
 }
 
 uint32_t Swct_GetCVidRegistration(uint8_t bSlot, uint8_t bPort, uint16_t wCVid, SwctCVidRegistration* pRecord) noexcept
@@ -166,15 +147,14 @@ uint32_t Swct_GetSvidFromCvidRegistration(uint8_t bSlot, uint8_t bPort, uint16_t
 uint32_t Swct_GetNumberOfCVidRegistrations(uint16_t wCVid) noexcept
 {
     uint32_t dwCount = 0;
-    VisitPorts([wCVid, &dwCount](uint8_t bSlot, uint8_t bPort) {
+    ForEachPort([wCVid, &dwCount](uint8_t bSlot, uint8_t bPort) {
         SwctCVidRegistration sRecord;
         dwCount += Swct_GetCVidRegistration(bSlot, bPort, wCVid, &sRecord);
-        return false;
     });
     return dwCount;
 }
 
-uint16_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) noexcept
+uint32_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) noexcept
 {
     SWCT_DEBUG(6, "Slot %d, Port %d wSvid %d", bSlot, bPort, wSvid);
     uint16_t wCount = 0;
@@ -227,8 +207,7 @@ uint32_t Swct_GetSecondCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uin
     if (pCep->sDefaultCVidRegistration.wSvid == wSvid) {
         return ReadNthOfDefault(*pCep, 2, wSvid, pRecord);
     }
-    const uint16_t wSecond = FindCVid(
-        *pCep, 2, [wSvid](const SwctCVidRegistration& sRecord) { return !IsFree(sRecord) && sRecord.wSvid == wSvid; });
+    const uint16_t wSecond = NthKey(pCep->aCVidRegistration, 2, GoesToSvid{wSvid});
     if (wSecond == 0) {
         return 0;
     }
@@ -236,15 +215,16 @@ uint32_t Swct_GetSecondCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uin
     return 1;
 }
 
-uint16_t Swct_GetFirstCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) noexcept
+uint32_t Swct_GetFirstCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) noexcept
 {
     const SwctCepData* pCep = ExistingCep(pSwctRead, bSlot, bPort);
     if (pCep == nullptr) {
         return SWCT_VID_NONE;
     }
-    const uint16_t wFirst =
-        pCep->sDefaultCVidRegistration.wSvid == wSvid ? FindCVid(*pCep, 1, IsFree) : FindCVidOfSvid(*pCep, wSvid, 0);
-    return wFirst != 0 ? wFirst : static_cast<uint16_t>(SWCT_VID_NONE);
+    const uint16_t wFirst = pCep->sDefaultCVidRegistration.wSvid == wSvid
+                                ? NthKey(pCep->aCVidRegistration, 1, IsFree{})
+                                : NthKey(pCep->aCVidRegistration, 1, GoesToSvid{wSvid});
+    return wFirst != 0 ? wFirst : uint32_t{SWCT_VID_NONE};
 }
 
 uint32_t Swct_GetBitmapOfCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, uint8_t* pBitmap) noexcept
@@ -252,27 +232,16 @@ uint32_t Swct_GetBitmapOfCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint
     if (pBitmap == nullptr) {
         return 0;
     }
+    ClearBitmap(pBitmap);
     const SwctCepData* pCep = CepLayout(pSwctRead, bSlot, bPort);
-    if (pCep == nullptr) {
-        ClearBitmap(pBitmap);
-        return 0;
-    }
-    const bool boAnySet = FillBitmap(pBitmap, SWCT_PB_VID_MAX, [pCep, wSvid](uint16_t wCVid) {
-        const SwctCVidRegistration& sRecord = pCep->aCVidRegistration[wCVid - 1U];
-        return !IsFree(sRecord) && sRecord.wSvid == wSvid;
-    });
-    return boAnySet ? 1 : 0;
+    return YesOrNo(pCep != nullptr && AddKeys(pBitmap, pCep->aCVidRegistration, GoesToSvid{wSvid}));
 }
 
 uint32_t Swct_DoesVlanHaveCVidRegistrations(SwctVlanMoid sMoidVlan) noexcept
 {
-    const uint16_t wSvid = sMoidVlan.wVlanId;
-    PortPosition sPosition = BehindPort(0, 0);
-    return FindPort(sPosition,
-                    [wSvid](uint8_t bSlot, uint8_t bPort) {
-                        const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
-                        return pCep != nullptr && FindCVidOfSvid(*pCep, wSvid, 0) != 0;
-                    })
-               ? 1
-               : 0;
+    const GoesToSvid goesToVlan{sMoidVlan.wVlanId};
+    return YesOrNo(AnyWalkedPort([goesToVlan](uint8_t bSlot, uint8_t bPort) {
+        const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
+        return pCep != nullptr && AnyRecord(pCep->aCVidRegistration, goesToVlan);
+    }));
 }

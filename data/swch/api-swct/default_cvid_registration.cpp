@@ -1,8 +1,9 @@
+// The default C-VID registration of a CEP: the S-VID of the C-VIDs without one of their own.
 #include "region/bitmap.h"
-#include "region/filter.h"
-#include "region/port_iterator.h"
+#include "region/moid.h"
 #include "region/provider_bridge.h"
 #include "swct/cvid_registration.h"
+#include "switch_port_buffer.h"
 
 namespace {
 
@@ -20,7 +21,7 @@ const SwctCepData* CepWithDefault(uint8_t bSlot, uint8_t bPort) noexcept
 
 uint32_t Swct_DoesDefaultCVidRegistrationExist(SwctPortMoid sMoid) noexcept
 {
-    return CepWithDefault(sMoid.bSlot, sMoid.bPort) != nullptr ? 1 : 0;
+    return YesOrNo(CepWithDefault(sMoid.bSlot, sMoid.bPort) != nullptr);
 }
 
 SwctPortMoid* Swct_DefaultCVidRegistrationMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
@@ -31,34 +32,28 @@ SwctPortMoid* Swct_DefaultCVidRegistrationMoidIterator(const SwctPortMoid* pMoid
 
 uint32_t Swct_DefaultCVidRegistrationMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter);
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 void Swct_ReadDefaultCVidRegistration(SwctPortMoid sMoid, SwctDefaultCVidRegistration* pRecord) noexcept
 {
-    const SwctCepData* pCep = ExistingCep(AnyView(), sMoid.bSlot, sMoid.bPort);
-    if (pCep != nullptr && pRecord != nullptr) {
-        CopyRecord(pRecord, &pCep->sDefaultCVidRegistration);
-    }
+    IfThere(ExistingCep(AnyView(), sMoid.bSlot, sMoid.bPort),
+            [pRecord](const SwctCepData& sCep) { CopyIfThere(pRecord, &sCep.sDefaultCVidRegistration); });
 }
 
-uint16_t Swct_DefaultCVidRegistration_GetSVid(SwctPortMoid sMoid) noexcept
+uint32_t Swct_DefaultCVidRegistration_GetSVid(SwctPortMoid sMoid) noexcept
 {
     const SwctCepData* pCep = CepWithDefault(sMoid.bSlot, sMoid.bPort);
-    return pCep != nullptr ? pCep->sDefaultCVidRegistration.wSvid : static_cast<uint16_t>(SWCT_VID_NONE);
+    return pCep != nullptr ? pCep->sDefaultCVidRegistration.wSvid : uint32_t{SWCT_VID_NONE};
 }
 
 uint32_t Swct_DoesVlanHaveDefaultCVidRegistration(SwctVlanMoid sMoidVlan) noexcept
 {
     const uint16_t wSvid = sMoidVlan.wVlanId;
-    PortPosition sPosition = BehindPort(0, 0);
-    return FindPort(sPosition,
-                    [wSvid](uint8_t bSlot, uint8_t bPort) {
-                        const SwctCepData* pCep = CepWithDefault(bSlot, bPort);
-                        return pCep != nullptr && pCep->sDefaultCVidRegistration.wSvid == wSvid;
-                    })
-               ? 1
-               : 0;
+    return YesOrNo(AnyWalkedPort([wSvid](uint8_t bSlot, uint8_t bPort) {
+        const SwctCepData* pCep = CepWithDefault(bSlot, bPort);
+        return pCep != nullptr && pCep->sDefaultCVidRegistration.wSvid == wSvid;
+    }));
 }
 
 uint32_t Swct_GetBitmapOfCVidRegisteredToDefaultSVid(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
@@ -71,12 +66,6 @@ uint32_t Swct_GetBitmapOfCVidRegisteredToDefaultSVid(uint8_t bSlot, uint8_t bPor
     if (pCep == nullptr || pCep->sDefaultCVidRegistration.wSvid == SWCT_VID_NONE) {
         return 0;
     }
-    uint32_t dwAnySet = 0;
-    for (uint16_t wCVid = 1; wCVid <= SWCT_PB_VID_MAX; ++wCVid) {
-        if (pCep->aCVidRegistration[wCVid - 1].wCVid == 0) {
-            SetBit(pBitmap, wCVid);
-            dwAnySet = 1;
-        }
-    }
-    return dwAnySet;
+    return YesOrNo(AddKeys(pBitmap, pCep->aCVidRegistration,
+                           [](const SwctCVidRegistration& sRecord) { return sRecord.wCVid == 0; }));
 }

@@ -1,3 +1,4 @@
+// Inner tags of the VLAN interfaces.
 #include "swct/inner_tag.h"
 
 #include "region/memory.h"
@@ -25,17 +26,14 @@ void Swct_GetVlanInnerTagInfo(uint16_t wVlanId, uint16_t* pwInnerVlanId, uint8_t
         return;
     }
     StoreAt<uint16_t>(pwInnerVlanId, pInnerTag->wInnerVlanId);
-    *pboInnerTagEnabled = pInnerTag->dwInnerTagEnable == SWCT_INNER_TAG_ON ? 1 : 0;
+    *pboInnerTagEnabled = static_cast<uint8_t>(pInnerTag->dwInnerTagEnable == SWCT_INNER_TAG_ON);
     StoreAt(pwInnerPriority, static_cast<uint16_t>(pInnerTag->dwInnerPriority));
-    *pboInnerPriorityEnabled = pInnerTag->dwInnerPriorityEnable == SWCT_INNER_TAG_ON ? 1 : 0;
+    *pboInnerPriorityEnabled = static_cast<uint8_t>(pInnerTag->dwInnerPriorityEnable == SWCT_INNER_TAG_ON);
 }
 
 void Swct_ReadVlanIfInnerTag(SwctVlanMoid sMoid, SwctVlanIfInnerTag* pInnerTag) noexcept
 {
-    const SwctVlanIfInnerTag* pStored = Swct_GetVlanInnerTagRPtr(sMoid.wVlanId);
-    if (pStored != nullptr && pInnerTag != nullptr) {
-        CopyRecord(pInnerTag, pStored);
-    }
+    CopyIfThere(pInnerTag, Swct_GetVlanInnerTagRPtr(sMoid.wVlanId));
 }
 
 SwctVlanMoid* Swct_VlanIfInnerTagMoidIterator(const SwctVlanMoid* pMoidPrevious) noexcept
@@ -45,13 +43,12 @@ SwctVlanMoid* Swct_VlanIfInnerTagMoidIterator(const SwctVlanMoid* pMoidPrevious)
         SWCT_ERROR(kErrorBadMoid, "Illegal pMoidPrevious\n");
         return nullptr;
     }
-    for (unsigned candidate = pMoidPrevious->wVlanId + 1U; candidate < SWCT_VLAN_MAX; ++candidate) {
-        const auto wVlanId = static_cast<uint16_t>(candidate);
-        const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, wVlanId);
-        if (pEntry != nullptr && (pEntry->sVlanData.dwVlanIf & 0xFFU) != 0) {
-            sNext = {SWCT_CLASS_VLAN_IF_INNER_TAG, wVlanId};
-            return &sNext;
-        }
+    const uint16_t wVlanId = NextVlanId(pSwctRead, pMoidPrevious->wVlanId, [](const SwctVlanEntry& sEntry) {
+        return (sEntry.sVlanData.dwVlanIf & 0xFFU) != 0;
+    });
+    if (wVlanId == 0) {
+        return nullptr;
     }
-    return nullptr;
+    CopyRecord(&sNext, SwctVlanMoid{SWCT_CLASS_VLAN_IF_INNER_TAG, wVlanId});
+    return &sNext;
 }

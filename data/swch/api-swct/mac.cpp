@@ -1,6 +1,7 @@
 // MAC addresses as the region holds them, and the four operations round a restore of the configuration database.
 #include "swct/mac.h"
 
+#include "region/defaults.h"
 #include "region/memory.h"
 #include "region/trace.h"
 #include "region/views.h"
@@ -25,21 +26,18 @@ bool IsKnownGLagDistribution(uint32_t dwDistribution) noexcept
 
 void Swct_GetBridgeMacAddress(SwctMacAddress* pMac) noexcept
 {
-    if (pSwctRead != nullptr && pMac != nullptr) {
-        CopyRecord(pMac, &pSwctRead->sSwitch.sAttributes.sBridgeMacAddress);
-    }
+    IfThere(pSwctRead,
+            [pMac](const SwctData& sData) { CopyIfThere(pMac, &sData.sSwitch.sAttributes.sBridgeMacAddress); });
 }
 
 uint32_t Swct_IsBridgeMacAddressDefault() noexcept
 {
-    return pSwctRead != nullptr && IsEqual(pSwctRead->sSwitch.sAttributes.sBridgeMacAddress, {}) ? 1 : 0;
+    return YesOrNo(pSwctRead != nullptr && IsEqual(pSwctRead->sSwitch.sAttributes.sBridgeMacAddress, {}));
 }
 
 void Swct_GetL3MacAddress(SwctMacAddress* pMac) noexcept
 {
-    if (pSwctRead != nullptr && pMac != nullptr) {
-        CopyRecord(pMac, &pSwctRead->sSwitch.sAttributes.sL3MacAddress);
-    }
+    IfThere(pSwctRead, [pMac](const SwctData& sData) { CopyIfThere(pMac, &sData.sSwitch.sAttributes.sL3MacAddress); });
 }
 
 uint32_t Swct_IsL3MacAddressDefault() noexcept
@@ -48,7 +46,7 @@ uint32_t Swct_IsL3MacAddressDefault() noexcept
         return 0;
     }
     const SwctSwitchAttributes& sAttributes = pSwctRead->sSwitch.sAttributes;
-    return IsEqual(sAttributes.sL3MacAddress, sAttributes.sBridgeMacAddress) ? 1 : 0;
+    return YesOrNo(IsEqual(sAttributes.sL3MacAddress, sAttributes.sBridgeMacAddress));
 }
 
 void Swct_GetL2cpMacDestTunnel(uint8_t* pBytes) noexcept
@@ -75,20 +73,13 @@ void Swct_KeepOldSwitchMacWhenRestoreCDB() noexcept
     }
     SwctSwitchAttributes& sAttributes = pSwctWrite->sSwitch.sAttributes;
     sAttributes.sBridgeMacAddress = sTmpSwitchMacAddress;
-    if (sAttributes.dwSwitchMode == 0) {
-        sAttributes.dwSwitchMode = 1;
-    }
-    if (sAttributes.dwAgeingTime == 0) {
-        sAttributes.dwAgeingTime = 300;
-    }
-    if (sAttributes.dwBridgeVlanEtherType == 0) {
-        sAttributes.dwBridgeVlanEtherType = 3;
-    }
-    if (sAttributes.wLagSystemPriority == 0) {
-        sAttributes.wLagSystemPriority = 1;
-    }
+    sAttributes.dwSwitchMode = OrDefault(sAttributes.dwSwitchMode, kDefaultSwitch.dwSwitchMode);
+    sAttributes.dwAgeingTime = OrDefault(sAttributes.dwAgeingTime, kDefaultSwitch.dwAgeingTime);
+    sAttributes.dwBridgeVlanEtherType =
+        OrDefault(sAttributes.dwBridgeVlanEtherType, kDefaultSwitch.dwBridgeVlanEtherType);
+    sAttributes.wLagSystemPriority = OrDefault(sAttributes.wLagSystemPriority, kDefaultSwitch.wLagSystemPriority);
     if (!IsKnownGLagDistribution(sAttributes.dwGLagDistribution)) {
-        sAttributes.dwGLagDistribution = 1;
+        sAttributes.dwGLagDistribution = kDefaultSwitch.dwGLagDistribution;
     }
 }
 

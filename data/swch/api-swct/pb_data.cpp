@@ -1,13 +1,13 @@
+// Provider-bridge data of the ports, and the port-settings objects.
 #include "swct/pb_data.h"
 
-#include <algorithm>
-
 #include "platform/modd.h"
-#include "region/filter.h"
-#include "region/port_iterator.h"
+#include "region/memory.h"
+#include "region/moid.h"
 #include "region/provider_bridge.h"
 #include "region/trace.h"
 #include "swct/cvid_registration.h"
+#include "switch_port_buffer.h"
 
 namespace {
 
@@ -24,26 +24,7 @@ SwctPortMoid* NextPortSettings(const SwctPortMoid* pMoidPrevious, uint32_t dwPbP
     });
 }
 
-bool IsRegistration(const SwctCVidRegistration& sRecord) noexcept
-{
-    return sRecord.wCVid != 0;
-}
-
-bool IsTranslation(const SwctVidTranslation& sRecord) noexcept
-{
-    return sRecord.wLocalVid != 0;
-}
-
-bool IsSetting(const SwctVidTranslation& sRecord) noexcept
-{
-    return sRecord.wLocalVid != 0 && sRecord.dwStatus == 3;
-}
-
-template <class Record, std::size_t kSize, class Test>
-bool DoesAny(const Record (&aRecord)[kSize], Test test) noexcept
-{
-    return std::any_of(aRecord, aRecord + kSize, test);
-}
+bool HasRegistration(const SwctCepData& sCep) noexcept { return AnyRecord(sCep.aCVidRegistration, IsInUse{}); }
 
 // The CES IP interface sits on port 17 or 23 of slot 1, by the slot's expected mode.
 constexpr uint8_t kCesSlot = 1;
@@ -52,29 +33,22 @@ constexpr uint32_t kCesModePort23 = 32;
 
 } // namespace
 
-const SwctPbData* Swct_GetPbDataRPtr(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return PbData(pSwctRead, bSlot, bPort);
-}
-
-SwctPbData* Swct_GetPbDataWPtr(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return PbData(pSwctWrite, bSlot, bPort);
-}
+const SwctPbData* Swct_GetPbDataRPtr(uint8_t bSlot, uint8_t bPort) noexcept { return PbData(pSwctRead, bSlot, bPort); }
+SwctPbData* Swct_GetPbDataWPtr(uint8_t bSlot, uint8_t bPort) noexcept { return PbData(pSwctWrite, bSlot, bPort); }
 
 uint32_t Swct_DoesProviderNetworkPortSettingsExist(SwctPortMoid sMoid) noexcept
 {
-    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_PNP) ? 1 : 0;
+    return YesOrNo(DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_PNP));
 }
 
 uint32_t Swct_DoesCustomerNetworkPortSettingsExist(SwctPortMoid sMoid) noexcept
 {
-    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CNP) ? 1 : 0;
+    return YesOrNo(DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CNP));
 }
 
 uint32_t Swct_DoesCustomerEdgePortSettingsExist(SwctPortMoid sMoid) noexcept
 {
-    return DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CEP) ? 1 : 0;
+    return YesOrNo(DoPortSettingsExist(sMoid.bSlot, sMoid.bPort, SWCT_PB_PORT_CEP));
 }
 
 SwctPortMoid* Swct_ProviderNetworkPortSettingsMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
@@ -94,33 +68,35 @@ SwctPortMoid* Swct_CustomerEdgePortSettingsMoidIterator(const SwctPortMoid* pMoi
 
 uint32_t Swct_ProviderNetworkPortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter);
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_CustomerNetworkPortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter);
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_CustomerEdgePortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter);
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_IsCep(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CEP ? 1 : 0;
+    return YesOrNo(PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CEP);
 }
 
 uint32_t Swct_IsCnp(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CNP ? 1 : 0;
+    return YesOrNo(PbPortType(pSwctRead, bSlot, bPort) == SWCT_PB_PORT_CNP);
 }
 
 uint32_t Swct_DoesPortHaveProviderBridgeSettings(uint8_t bSlot, uint8_t bPort) noexcept
 {
     if (const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, bSlot, bPort)) {
-        return DoesAny(pNp->aVidTranslation, IsSetting) ? 1 : 0;
+        return YesOrNo(AnyRecord(pNp->aVidTranslation, [](const SwctVidTranslation& sRecord) {
+            return sRecord.dwStatus == kVidTranslationStatus && sRecord.wLocalVid != 0;
+        }));
     }
     const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
     if (pCep == nullptr) {
@@ -132,7 +108,7 @@ uint32_t Swct_DoesPortHaveProviderBridgeSettings(uint8_t bSlot, uint8_t bPort) n
         pCep->sDefaultCVidRegistration.wSvid != SWCT_VID_NONE) {
         return 1;
     }
-    return DoesAny(pCep->aCVidRegistration, IsRegistration) ? 1 : 0;
+    return YesOrNo(HasRegistration(*pCep));
 }
 
 uint32_t Swct_SlotIsUsedForProviderBridge(uint8_t bSlot, uint32_t dwMode) noexcept
@@ -141,7 +117,7 @@ uint32_t Swct_SlotIsUsedForProviderBridge(uint8_t bSlot, uint32_t dwMode) noexce
         SWCT_DEBUG(4, "Slot %d out of range", bSlot);
         return 0;
     }
-    if (Modd__ModeHasDataPorts(dwMode) == 0 || !IsProviderBridge(pSwctRead)) {
+    if (ReadOnce<uint8_t>(Modd__ModeHasDataPorts(dwMode)) == 0 || !IsProviderBridge(pSwctRead)) {
         return 0;
     }
     for (uint8_t bPort = 1; bPort <= SWCT_PORT_MAX; ++bPort) {
@@ -155,19 +131,19 @@ uint32_t Swct_SlotIsUsedForProviderBridge(uint8_t bSlot, uint32_t dwMode) noexce
 uint32_t Swct_DoesSwitchPortHaveVidTranslationChildren(uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, bSlot, bPort);
-    return pNp != nullptr && DoesAny(pNp->aVidTranslation, IsTranslation) ? 1 : 0;
+    return YesOrNo(pNp != nullptr && AnyRecord(pNp->aVidTranslation, IsInUse{}));
 }
 
 uint32_t Swct_DoesSwitchPortHaveCVidRegistrationChildren(uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
-    return pCep != nullptr && DoesAny(pCep->aCVidRegistration, IsRegistration) ? 1 : 0;
+    return YesOrNo(pCep != nullptr && HasRegistration(*pCep));
 }
 
 uint32_t Swct_SvidIsUsedByVlanIf(uint16_t wSvid) noexcept
 {
     const SwctVlanEntry* pEntry = IsPbVid(wSvid) ? ExistingVlan(pSwctRead, wSvid) : nullptr;
-    return pEntry != nullptr && pEntry->sVlanData.dwVlanIf == 1 ? 1 : 0;
+    return YesOrNo(pEntry != nullptr && pEntry->sVlanData.dwVlanIf == 1);
 }
 
 uint32_t Swct_SvidIsUsedByCesIpif(uint16_t wSvid) noexcept
@@ -179,7 +155,7 @@ uint32_t Swct_SvidIsUsedByCesIpif(uint16_t wSvid) noexcept
                : 0;
 }
 
-uint16_t Swct_GetCesSvidByCvid(uint16_t wCVid) noexcept
+uint32_t Swct_GetCesSvidByCvid(uint16_t wCVid) noexcept
 {
     const uint32_t dwMode = Slot__GetExpectedMode(kCesSlot);
     const uint8_t bPort = dwMode == kCesModePort23 ? 23 : dwMode == kCesModePort17 ? 17 : 0;

@@ -1,3 +1,4 @@
+// Lists and bitmaps of a port's VLANs, for other modules.
 #include "swct/port_vlan_list.h"
 
 #include "region/bitmap.h"
@@ -26,15 +27,12 @@ void Swct_GetPortVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexce
     if (pBitmap == nullptr) {
         return;
     }
-    const SwctData* pData = pSwctRead;
-    if (pData == nullptr || !IsPort(bSlot, bPort)) {
-        ClearBitmap(pBitmap);
-        return;
+    ClearBitmap(pBitmap);
+    if (pSwctRead != nullptr && IsPort(bSlot, bPort)) {
+        AddKeys(pBitmap, pSwctRead->sVlan, [bSlot, bPort](const SwctVlanEntry& sEntry) {
+            return sEntry.boExists != 0 && sEntry.adwMembership[bSlot - 1U][bPort - 1U] != SWCT_MEMBERSHIP_NONE;
+        });
     }
-    FillBitmap(pBitmap, SWCT_VLAN_MAX, [pData, bSlot, bPort](uint16_t wVlanId) {
-        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1U];
-        return sEntry.boExists != 0 && sEntry.adwMembership[bSlot - 1U][bPort - 1U] != SWCT_MEMBERSHIP_NONE;
-    });
 }
 
 void Swct_GetPortVlanBitMap(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
@@ -74,11 +72,9 @@ void Swct_PrintPortVlanList(const SwctPortList* pPortList) noexcept
 uint16_t Swct_GetL3VlanNum() noexcept
 {
     uint16_t wCount = 0;
-    const SwctData* pData = pSwctRead;
-    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
-        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1];
-        wCount = static_cast<uint16_t>(wCount + (sEntry.boExists != 0 && sEntry.sVlanData.dwVlanIf == 1 ? 1 : 0));
-    }
+    ForEachExistingVlan(pSwctRead, [&wCount](const SwctVlanEntry& sEntry, uint16_t) {
+        wCount = static_cast<uint16_t>(wCount + YesOrNo(sEntry.sVlanData.dwVlanIf == 1));
+    });
     SWCT_DEBUG(4, "number of vlan is %d", wCount);
     return wCount;
 }

@@ -1,7 +1,9 @@
+// Provider edge ports: objects and lookups.
 #include "swct/provider_edge_port.h"
 
 #include "region/bitmap.h"
-#include "region/filter.h"
+#include "region/derived.h"
+#include "region/moid.h"
 #include "region/provider_bridge.h"
 
 namespace {
@@ -9,11 +11,7 @@ namespace {
 // The record of a PEP object, or null.
 const SwctProviderEdgePort* ManagedRecord(SwctProviderEdgePortMoid sMoid) noexcept
 {
-    const SwctCepData* pCep = ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pCep == nullptr || !IsPepIndex(sMoid.wPepIndex) || pCep->aProviderEdgePort[sMoid.wPepIndex - 1].wSvid == 0) {
-        return nullptr;
-    }
-    return &pCep->aProviderEdgePort[sMoid.wPepIndex - 1];
+    return UsedRecordOf(ProviderEdgePorts(ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wPepIndex);
 }
 
 // The PEP of an S-VID of 1 to 4094 in a port's data, null for none; 0 when there is none.
@@ -26,7 +24,7 @@ uint16_t PepIndexOfPbVid(const SwctCepData* pCep, uint16_t wSvid) noexcept
 
 uint32_t Swct_DoesProviderEdgePortExist(SwctProviderEdgePortMoid sMoid) noexcept
 {
-    return ManagedRecord(sMoid) != nullptr ? 1 : 0;
+    return YesOrNo(ManagedRecord(sMoid) != nullptr);
 }
 
 SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEdgePortMoid* pMoidPrevious) noexcept
@@ -36,7 +34,7 @@ SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEd
         return nullptr;
     }
     ObjectPosition sPosition{pMoidPrevious->bSlot, pMoidPrevious->bPort, pMoidPrevious->wPepIndex};
-    if (!FindNextProviderEdgePort(sPosition)) {
+    if (!FindNextProviderEdgePort(pSwctRead, sPosition)) {
         return nullptr;
     }
     sNext = {SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.bSlot, sPosition.bPort, sPosition.wKey};
@@ -46,35 +44,36 @@ SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEd
 uint32_t Swct_ProviderEdgePortMoidFilter(const SwctProviderEdgePortMoid* pMoid,
                                          const SwctProviderEdgePortMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->wPepIndex, pFilter->wPepIndex}) : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_GetFreeProviderEdgePortMoid(uint8_t bSlot, uint8_t bPort, SwctProviderEdgePortMoid* pMoid) noexcept
 {
-    for (uint16_t wPepIndex = 1; wPepIndex <= SWCT_PEP_MAX; ++wPepIndex) {
-        const SwctProviderEdgePortMoid sMoid{SWCT_CLASS_PROVIDER_EDGE_PORT, bSlot, bPort, wPepIndex};
-        if (Swct_DoesProviderEdgePortExist(sMoid) == 0) {
-            if (pMoid != nullptr) {
-                CopyRecord(pMoid, &sMoid);
-            }
-            return SWCT_OK;
+    // Where no PEP can exist, index 1 is as free as any.
+    const SwctCepData* pCep = ManagedCep(pSwctRead, bSlot, bPort);
+    uint16_t wPepIndex = 1;
+    while (pCep != nullptr && pCep->aProviderEdgePort[wPepIndex - 1].wSvid != 0) {
+        if (wPepIndex == SWCT_PEP_MAX) {
+            return SWCT_NO_FREE_INDEX;
         }
+        ++wPepIndex;
     }
-    return SWCT_NO_FREE_INDEX;
+    if (pMoid != nullptr) {
+        *pMoid = {SWCT_CLASS_PROVIDER_EDGE_PORT, bSlot, bPort, wPepIndex};
+    }
+    return SWCT_OK;
 }
 
 void Swct_ReadProviderEdgePort(SwctProviderEdgePortMoid sMoid, SwctProviderEdgePort* pRecord) noexcept
 {
-    const SwctCepData* pCep = ExistingCep(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pCep != nullptr && IsPepIndex(sMoid.wPepIndex) && pRecord != nullptr) {
-        CopyRecord(pRecord, &pCep->aProviderEdgePort[sMoid.wPepIndex - 1]);
-    }
+    CopyIfThere(pRecord,
+                RecordOf(ProviderEdgePorts(ExistingCep(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wPepIndex));
 }
 
-uint16_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) noexcept
+uint32_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) noexcept
 {
     const SwctProviderEdgePort* pRecord = ManagedRecord(sMoid);
-    return pRecord != nullptr ? pRecord->wSvid : uint16_t{0};
+    return pRecord != nullptr ? pRecord->wSvid : 0U;
 }
 
 uint32_t Swct_GetProviderEdgePort(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, SwctProviderEdgePort* pRecord) noexcept
@@ -108,7 +107,7 @@ SwctProviderEdgePortMoid* Swct_GetNextPepConnectedToSvid(const SwctProviderEdgeP
     }
     uint16_t wPepIndex = 0;
     PortPosition sPosition = BehindPort(pMoidPrevious->bSlot, pMoidPrevious->bPort);
-    const bool boFound = FindPort(sPosition, [wSvid, &wPepIndex](uint8_t bSlot, uint8_t bPort) {
+    const bool boFound = FindWalkedPort(sPosition, [wSvid, &wPepIndex](uint8_t bSlot, uint8_t bPort) {
         wPepIndex = PepIndexOfPbVid(ExistingCep(pSwctRead, bSlot, bPort), wSvid);
         return wPepIndex != 0;
     });
@@ -124,7 +123,7 @@ uint32_t Swct_GetNumberOfPepInCep(uint8_t bSlot, uint8_t bPort) noexcept
     const SwctCepData* pCep = StoredCep(pSwctRead, bSlot, bPort);
     uint32_t dwCount = 0;
     for (uint16_t i = 0; pCep != nullptr && i < SWCT_PEP_MAX; ++i) {
-        dwCount += pCep->aProviderEdgePort[i].wSvid != 0 ? 1U : 0U;
+        dwCount += YesOrNo(pCep->aProviderEdgePort[i].wSvid != 0);
     }
     return dwCount;
 }

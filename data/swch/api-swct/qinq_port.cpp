@@ -1,11 +1,12 @@
+// QinQ ports: records, and questions over all of them.
 #include "swct/qinq_port.h"
 
 #include "region/bitmap.h"
 #include "region/memory.h"
-#include "region/port_iterator.h"
 #include "region/views.h"
 #include "swct/switch.h"
 #include "swct/switch_port.h"
+#include "switch_port_buffer.h"
 
 namespace {
 
@@ -16,16 +17,14 @@ const SwctQinQPort* EnabledPort(uint8_t bSlot, uint8_t bPort) noexcept
     return pRecord != nullptr && pRecord->dwQinQStatus == SWCT_QINQ_ENABLED ? pRecord : nullptr;
 }
 
-// Whether an enabled record of any port satisfies 'test(record)'.
+// Whether 'test(record)' is true for an enabled record of any port.
 template <class Test>
-uint32_t DoesAnyEnabledPort(Test test) noexcept
+bool AnyEnabledPort(Test test) noexcept
 {
-    return VisitPorts([&test](uint8_t bSlot, uint8_t bPort) {
+    return AnyPort([&test](uint8_t bSlot, uint8_t bPort) {
         const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
         return pRecord != nullptr && test(*pRecord);
-    })
-               ? 1
-               : 0;
+    });
 }
 
 } // namespace
@@ -35,25 +34,17 @@ const SwctQinQPort* Swct_GetQinQPortRPtr(uint8_t bSlot, uint8_t bPort) noexcept
     return QinQPort(pSwctRead, bSlot, bPort);
 }
 
-SwctQinQPort* Swct_GetQinQPortWPtr(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return QinQPort(pSwctWrite, bSlot, bPort);
-}
+SwctQinQPort* Swct_GetQinQPortWPtr(uint8_t bSlot, uint8_t bPort) noexcept { return QinQPort(pSwctWrite, bSlot, bPort); }
 
 void Swct_ReadQinQPort(SwctPortMoid sMoid, SwctQinQPort* pRecord) noexcept
 {
-    const SwctQinQPort* pStored = QinQPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pStored != nullptr && pRecord != nullptr) {
-        CopyRecord(pRecord, pStored);
-    }
+    CopyIfThere(pRecord, QinQPort(pSwctRead, sMoid.bSlot, sMoid.bPort));
 }
 
 uint32_t Swct_DoesQinQPortExist(SwctPortMoid sMoid) noexcept
 {
-    return Swct_DoesSwitchPortExist(sMoid.bSlot, sMoid.bPort) != 0 &&
-                   Swct_Switch_GetSwitchMode() == SWCT_SWITCH_MODE_QINQ
-               ? 1
-               : 0;
+    return YesOrNo(Swct_DoesSwitchPortExist(sMoid.bSlot, sMoid.bPort) != 0 &&
+                   Swct_Switch_GetSwitchMode() == SWCT_SWITCH_MODE_QINQ);
 }
 
 SwctPortMoid* Swct_QinQPortMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
@@ -66,18 +57,18 @@ SwctPortMoid* Swct_QinQPortMoidIterator(const SwctPortMoid* pMoidPrevious) noexc
 
 uint32_t Swct_IsQinQEnabledOnPort(SwctPortMoid sMoid) noexcept
 {
-    return EnabledPort(sMoid.bSlot, sMoid.bPort) != nullptr ? 1 : 0;
+    return YesOrNo(EnabledPort(sMoid.bSlot, sMoid.bPort) != nullptr);
 }
 
-uint16_t Swct_GetQinQPortProviderVid(SwctPortMoid sMoid) noexcept
+uint32_t Swct_GetQinQPortProviderVid(SwctPortMoid sMoid) noexcept
 {
     return Swct_GetQinQPortPVid(sMoid.bSlot, sMoid.bPort);
 }
 
-uint16_t Swct_GetQinQPortPVid(uint8_t bSlot, uint8_t bPort) noexcept
+uint32_t Swct_GetQinQPortPVid(uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
-    return pRecord != nullptr ? pRecord->wProviderTagVid : static_cast<uint16_t>(SWCT_VID_NONE);
+    return pRecord != nullptr ? pRecord->wProviderTagVid : uint32_t{SWCT_VID_NONE};
 }
 
 uint32_t Swct_GetQinQProviderTagPriority(uint8_t bSlot, uint8_t bPort) noexcept
@@ -102,31 +93,28 @@ uint32_t Swct_GetQinQControlProtocolTunnellingMac(SwctPortMoid sMoid) noexcept
 uint32_t Swct_IsQinQEnabledOnAnyPort() noexcept
 {
     // Slot 3 is not examined.
-    return VisitPorts([](uint8_t bSlot, uint8_t bPort) {
-        return bSlot < SWCT_SLOT_MAX && EnabledPort(bSlot, bPort) != nullptr;
-    })
-               ? 1
-               : 0;
+    return YesOrNo(AnyPort(
+        [](uint8_t bSlot, uint8_t bPort) { return bSlot < SWCT_SLOT_MAX && EnabledPort(bSlot, bPort) != nullptr; }));
 }
 
 uint32_t Swct_CheckIfVlanIsProviderVlan(uint16_t wVid) noexcept
 {
-    return DoesAnyEnabledPort([wVid](const SwctQinQPort& sRecord) { return sRecord.wProviderTagVid == wVid; });
+    return YesOrNo(AnyEnabledPort([wVid](const SwctQinQPort& sRecord) { return sRecord.wProviderTagVid == wVid; }));
 }
 
 uint32_t Swct_DoesAnyQinQWithProviderVlanDoTunnel(uint16_t wVid) noexcept
 {
-    return DoesAnyEnabledPort([wVid](const SwctQinQPort& sRecord) {
+    return YesOrNo(AnyEnabledPort([wVid](const SwctQinQPort& sRecord) {
         return sRecord.wProviderTagVid == wVid && sRecord.boControlProtocolTunnelling == 1;
-    });
+    }));
 }
 
 uint32_t Swct_DoesAnyQinQWithProviderVlanUseCptMac(uint16_t wVid, uint32_t dwMac) noexcept
 {
-    return DoesAnyEnabledPort([wVid, dwMac](const SwctQinQPort& sRecord) {
+    return YesOrNo(AnyEnabledPort([wVid, dwMac](const SwctQinQPort& sRecord) {
         return sRecord.wProviderTagVid == wVid && sRecord.boControlProtocolTunnelling == 1 &&
                sRecord.dwControlProtocolTunnellingMac == dwMac;
-    });
+    }));
 }
 
 uint32_t Swct_GetBitmapOfQinQProviderVlanThatDoTunnel(uint8_t* pBitmap) noexcept
@@ -136,13 +124,13 @@ uint32_t Swct_GetBitmapOfQinQProviderVlanThatDoTunnel(uint8_t* pBitmap) noexcept
     }
     ClearBitmap(pBitmap);
     uint32_t dwAnySet = 0;
-    DoesAnyEnabledPort([pBitmap, &dwAnySet](const SwctQinQPort& sRecord) {
-        const uint16_t wVid = ReadOnce<uint16_t>(sRecord.wProviderTagVid);
-        if (sRecord.boControlProtocolTunnelling == 1 && wVid <= SWCT_VLAN_MAX) {
+    ForEachPort([pBitmap, &dwAnySet](uint8_t bSlot, uint8_t bPort) {
+        const SwctQinQPort* pRecord = EnabledPort(bSlot, bPort);
+        const uint16_t wVid = pRecord != nullptr ? ReadOnce<uint16_t>(pRecord->wProviderTagVid) : uint16_t{0xFFFF};
+        if (wVid <= SWCT_VLAN_MAX && pRecord->boControlProtocolTunnelling == 1) {
             SetBit(pBitmap, wVid);
             dwAnySet = 1;
         }
-        return false;
     });
     return dwAnySet;
 }

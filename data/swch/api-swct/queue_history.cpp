@@ -1,7 +1,6 @@
-// Reading the history rings.  Each operation is written once, for a ring; the two families are expanded at the end.
+// Reading the history rings.  Each operation is written once, for a ring; the two families follow at the end.
 #include "swct/queue_history.h"
 
-#include <algorithm>
 #include <bit>
 
 #include "region/history_ring.h"
@@ -14,112 +13,50 @@ namespace {
 
 using Record = SwctQueueStatisticsHistorical;
 
-// The three accessors: the view they take, what they say without it, and the name under which they report.
 template <class Ring>
-struct ReadAccess {
-    static const SwctData* View() noexcept
-    {
-        return pSwctRead;
-    }
-    static constexpr auto& kNoView = kNoReadView;
-    static constexpr auto& kName = Ring::kGetRPtr;
-};
-
-template <class Ring>
-struct WriteAccess {
-    static SwctData* View() noexcept
-    {
-        return pSwctWrite;
-    }
-    static constexpr auto& kNoView = kNoWriteView;
-    static constexpr auto& kName = Ring::kGetWPtr;
-};
-
-template <class Ring>
-struct WholeRingAccess : WriteAccess<Ring> {
-    static constexpr auto& kName = Ring::kGetWData;
-};
-
-// Record 0 of a ring; what is wrong with the key or the view is reported.
-template <class Ring, template <class> class Access>
-auto* GetRing(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+uint32_t DoesExist(RingKey sKey, uint8_t bIndex) noexcept
 {
-    auto* pRecords = RingRecords<Ring>(Access<Ring>::View(), bSlot, bPort, bQueue);
-    if (pRecords == nullptr) [[unlikely]] {
-        if (!IsHistoryPort(bSlot, bPort) || bQueue >= SWCT_HISTORY_QUEUES) {
-            SWCT_ERROR_AS(Access<Ring>::kName, kErrorPlain, "S/P/Q %d/%d/%d out of range", bSlot, bPort, bQueue);
-        } else {
-            SWCT_ERROR_AS(Access<Ring>::kName, kErrorNoView, Access<Ring>::kNoView);
-        }
-    }
-    return pRecords;
-}
-
-template <class Ring, template <class> class Access>
-auto* GetRecord(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex) noexcept
-{
-    if (bIndex >= Ring::kRecords) [[unlikely]] {
-        SWCT_ERROR_AS(Access<Ring>::kName, kErrorPlain, "Index %d out of range", bIndex);
-        return decltype(GetRing<Ring, Access>(bSlot, bPort, bQueue)){nullptr};
-    }
-    auto* pRecords = GetRing<Ring, Access>(bSlot, bPort, bQueue);
-    return pRecords != nullptr ? pRecords + bIndex : nullptr;
-}
-
-template <class Ring>
-uint32_t DoesExist(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex) noexcept
-{
-    const Record* pRecord = GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, bIndex);
+    const Record* pRecord = ReportingRecord<Ring, kRPtr>(pSwctRead, sKey, bIndex);
     if (pRecord == nullptr) {
-        SWCT_ERROR_AS(Ring::kDoesExist, kErrorPlain, Ring::kRPtrNull);
+        SWCT_ERROR_AS((kText<Ring, "Swct_DoesQueueStatisticsHistorical15mExist">), kErrorPlain,
+                      (kText<Ring, "Swct_GetQueueStatisticsHistorical15mRPtr return NULL ptr">));
         return 0;
     }
-    return HoldsRecord(*pRecord) ? 1 : 0;
+    return YesOrNo(HoldsRecord(*pRecord));
 }
 
 template <class Ring>
-void Read(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex, Record* pRecord) noexcept
+void Read(RingKey sKey, uint8_t bIndex, Record* pRecord) noexcept
 {
     if (pRecord == nullptr) {
         return;
     }
-    const Record* pStored = GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, bIndex);
+    const Record* pStored = ReportingRecord<Ring, kRPtr>(pSwctRead, sKey, bIndex);
     if (pStored == nullptr) {
-        SWCT_ERROR_AS(Ring::kRead, kErrorPlain, Ring::kRPtrNull);
+        SWCT_ERROR_AS((kText<Ring, "Swct_ReadQueueStatisticsHistorical15m">), kErrorPlain,
+                      (kText<Ring, "Swct_GetQueueStatisticsHistorical15mRPtr return NULL ptr">));
         return;
     }
     CopyRecord(pRecord, pStored);
 }
 
 template <class Ring>
-uint8_t CurrentPeriodIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+uint8_t CurrentPeriodIndex(RingKey sKey) noexcept
 {
-    const Record* pRecords = GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, 0);
-    if (pRecords == nullptr) {
-        SWCT_DEBUG_AS(Ring::kGetCurrent, 1, Ring::kRPtrReturnedNull, bSlot, bPort, bQueue, 0);
-        return 0;
-    }
-    const Record* pEnd = pRecords + Ring::kRecords;
-    const Record* pCurrent = std::find_if(pRecords, pEnd, IsCurrent);
-    if (pCurrent != pEnd) {
-        return static_cast<uint8_t>(pCurrent - pRecords);
-    }
-    SWCT_ERROR_AS(Ring::kGetCurrent, kErrorPlain,
-                  "Did not find historical data where boIsCurrentPeriod is TRUE for S/P/Q: %d/%d/%d!", bSlot, bPort,
-                  bQueue);
-    return Ring::kRecords;
+    const Record* pRecords = RingToSearch<Ring>(pSwctRead, sKey);
+    return pRecords != nullptr ? CurrentOf<Ring>(pRecords, sKey) : uint8_t{0};
 }
 
 template <class Ring>
-void LastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bNbrOfRecords, Record* pRecords) noexcept
+void LastNRecords(RingKey sKey, uint8_t bNbrOfRecords, Record* pRecords) noexcept
 {
     if (pRecords == nullptr) {
         return;
     }
     constexpr unsigned kRecords = Ring::kRecords;
     const unsigned count = bNbrOfRecords == 0 || bNbrOfRecords > kRecords ? kRecords : bNbrOfRecords;
-    const unsigned current = CurrentPeriodIndex<Ring>(bSlot, bPort, bQueue);
-    const Record* pRing = RingRecords<Ring>(pSwctRead, bSlot, bPort, bQueue);
+    const unsigned current = CurrentPeriodIndex<Ring>(sKey);
+    const Record* pRing = RingRecords<Ring>(pSwctRead, sKey);
     for (unsigned k = 0; k < count; ++k) {
         // Without a current record 'current' is the ring's length: its own read fails, the ones behind it count back.
         const unsigned index = current >= k ? current - k : kRecords - (k - current);
@@ -128,14 +65,11 @@ void LastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bNbrOfRe
             continue;
         }
         Clear(&pRecords[k]);
-        Read<Ring>(bSlot, bPort, bQueue, static_cast<uint8_t>(index), &pRecords[k]); // reports
+        Read<Ring>(sKey, static_cast<uint8_t>(index), &pRecords[k]); // reports
     }
 }
 
-constexpr uint64_t Compose(uint32_t dwHigh, uint32_t dwLow) noexcept
-{
-    return uint64_t{dwHigh} << 32 | dwLow;
-}
+constexpr uint64_t Compose(uint32_t dwHigh, uint32_t dwLow) noexcept { return uint64_t{dwHigh} << 32 | dwLow; }
 
 // One load where the machine's order of bytes is the record's.
 inline uint64_t ValueOf(const SwctCounter& sCounter) noexcept
@@ -167,16 +101,16 @@ void CombineCounters(const Record* pFrom, Record* pTo) noexcept
 }
 
 template <class Ring>
-void HistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bExcludedIndex, Record* pSum) noexcept
+void HistoricalSum(RingKey sKey, uint8_t bExcludedIndex, Record* pSum) noexcept
 {
     if (pSum == nullptr) {
         return;
     }
-    const Record* pRing = RingRecords<Ring>(pSwctRead, bSlot, bPort, bQueue);
+    const Record* pRing = RingRecords<Ring>(pSwctRead, sKey);
     if (pRing == nullptr) {
         for (uint8_t i = 0; i < Ring::kRecords; ++i) {
             if (i != bExcludedIndex) {
-                GetRecord<Ring, ReadAccess>(bSlot, bPort, bQueue, i); // reports
+                ReportingRecord<Ring, kRPtr>(pSwctRead, sKey, i);
             }
         }
         return;
@@ -195,6 +129,12 @@ void HistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bExclud
     }
 }
 
+template <class Ring>
+uint8_t StaySuspect(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return IsHistoryPort(bSlot, bPort) ? Ring::aboStaySuspect[HistoryPortIndex(bSlot, bPort)] : uint8_t{0};
+}
+
 } // namespace
 
 uint64_t Swct_AddQueueStatisticsHistoricalElement(uint32_t dwHigh1, uint32_t dwLow1, uint32_t dwHigh2,
@@ -209,62 +149,136 @@ uint64_t Swct_SubQueueStatisticsHistoricalElement(uint32_t dwHigh1, uint32_t dwL
     return Compose(dwHigh2, dwLow2) - Compose(dwHigh1, dwLow1);
 }
 
-#define SWCT_DEFINE_QUERIES(part)                                                                                     \
-    uint32_t Swct_QueueStatisticsHistorical##part##IndexWithinRange(uint32_t dwIndex) noexcept                        \
-    {                                                                                                                 \
-        return dwIndex < Ring##part::kRecords ? 1 : 0;                                                                \
-    }                                                                                                                 \
-    const Record* Swct_GetQueueStatisticsHistorical##part##RPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,         \
-                                                                uint8_t bIndex) noexcept                              \
-    {                                                                                                                 \
-        return GetRecord<Ring##part, ReadAccess>(bSlot, bPort, bQueue, bIndex);                                       \
-    }                                                                                                                 \
-    Record* Swct_GetQueueStatisticsHistorical##part##WPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,               \
-                                                          uint8_t bIndex) noexcept                                    \
-    {                                                                                                                 \
-        return GetRecord<Ring##part, WriteAccess>(bSlot, bPort, bQueue, bIndex);                                      \
-    }                                                                                                                 \
-    Record* Swct_GetQueueStatisticsHistorical##part##WData(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept     \
-    {                                                                                                                 \
-        return GetRing<Ring##part, WholeRingAccess>(bSlot, bPort, bQueue);                                            \
-    }                                                                                                                 \
-    uint32_t Swct_DoesQueueStatisticsHistorical##part##Exist(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,            \
-                                                             uint8_t bIndex) noexcept                                 \
-    {                                                                                                                 \
-        return DoesExist<Ring##part>(bSlot, bPort, bQueue, bIndex);                                                   \
-    }                                                                                                                 \
-    void Swct_ReadQueueStatisticsHistorical##part(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex,       \
-                                                  Record* pRecord) noexcept                                           \
-    {                                                                                                                 \
-        Read<Ring##part>(bSlot, bPort, bQueue, bIndex, pRecord);                                                      \
-    }                                                                                                                 \
-    uint8_t Swct_GetQueueStatisticsHistorical##part##CurrentPeriodIndex(uint8_t bSlot, uint8_t bPort,                 \
-                                                                        uint8_t bQueue) noexcept                      \
-    {                                                                                                                 \
-        return CurrentPeriodIndex<Ring##part>(bSlot, bPort, bQueue);                                                  \
-    }                                                                                                                 \
-    void Swct_GetQueueStatisticsHistorical##part##LastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,          \
-                                                               uint8_t bNbrOfRecords, Record* pRecords) noexcept      \
-    {                                                                                                                 \
-        LastNRecords<Ring##part>(bSlot, bPort, bQueue, bNbrOfRecords, pRecords);                                      \
-    }                                                                                                                 \
-    void Swct_GetQueueStatisticsHistorical##part##HistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,         \
-                                                                uint8_t bExcludedIndex, Record* pSum) noexcept        \
-    {                                                                                                                 \
-        HistoricalSum<Ring##part>(bSlot, bPort, bQueue, bExcludedIndex, pSum);                                        \
-    }                                                                                                                 \
-    void Swct_AddQueueStatisticsHistorical##part##Structs(const Record* pFrom, Record* pTo) noexcept                  \
-    {                                                                                                                 \
-        CombineCounters<Swct_AddQueueStatisticsHistoricalElement>(pFrom, pTo);                                        \
-    }                                                                                                                 \
-    void Swct_SubQueueStatisticsHistorical##part##Structs(const Record* pFrom, Record* pTo) noexcept                  \
-    {                                                                                                                 \
-        CombineCounters<Swct_SubQueueStatisticsHistoricalElement>(pFrom, pTo);                                        \
-    }                                                                                                                 \
-    uint8_t Swct_GetQueueStatisticsStaySuspect##part(uint8_t bSlot, uint8_t bPort) noexcept                           \
-    {                                                                                                                 \
-        return IsHistoryPort(bSlot, bPort) ? Ring##part::aboStaySuspect[HistoryPortIndex(bSlot, bPort)] : uint8_t{0}; \
-    }
+// ---- The 15-minute family ----
 
-SWCT_DEFINE_QUERIES(15m)
-SWCT_DEFINE_QUERIES(24h)
+uint32_t Swct_QueueStatisticsHistorical15mIndexWithinRange(uint32_t dwIndex) noexcept
+{
+    return YesOrNo(dwIndex < Ring15m::kRecords);
+}
+
+const Record* Swct_GetQueueStatisticsHistorical15mRPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                       uint8_t bIndex) noexcept
+{
+    return ReportingRecord<Ring15m, kRPtr>(pSwctRead, {bSlot, bPort, bQueue}, bIndex);
+}
+
+Record* Swct_GetQueueStatisticsHistorical15mWPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex) noexcept
+{
+    return ReportingRecord<Ring15m, kWPtr>(pSwctWrite, {bSlot, bPort, bQueue}, bIndex);
+}
+
+Record* Swct_GetQueueStatisticsHistorical15mWData(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+{
+    return ReportingRing<Ring15m, kWData>(pSwctWrite, {bSlot, bPort, bQueue});
+}
+
+uint32_t Swct_DoesQueueStatisticsHistorical15mExist(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                    uint8_t bIndex) noexcept
+{
+    return DoesExist<Ring15m>({bSlot, bPort, bQueue}, bIndex);
+}
+
+void Swct_ReadQueueStatisticsHistorical15m(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex,
+                                           Record* pRecord) noexcept
+{
+    Read<Ring15m>({bSlot, bPort, bQueue}, bIndex, pRecord);
+}
+
+uint8_t Swct_GetQueueStatisticsHistorical15mCurrentPeriodIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+{
+    return CurrentPeriodIndex<Ring15m>({bSlot, bPort, bQueue});
+}
+
+void Swct_GetQueueStatisticsHistorical15mLastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                      uint8_t bNbrOfRecords, Record* pRecords) noexcept
+{
+    LastNRecords<Ring15m>({bSlot, bPort, bQueue}, bNbrOfRecords, pRecords);
+}
+
+void Swct_GetQueueStatisticsHistorical15mHistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                       uint8_t bExcludedIndex, Record* pSum) noexcept
+{
+    HistoricalSum<Ring15m>({bSlot, bPort, bQueue}, bExcludedIndex, pSum);
+}
+
+void Swct_AddQueueStatisticsHistorical15mStructs(const Record* pFrom, Record* pTo) noexcept
+{
+    CombineCounters<Swct_AddQueueStatisticsHistoricalElement>(pFrom, pTo);
+}
+
+void Swct_SubQueueStatisticsHistorical15mStructs(const Record* pFrom, Record* pTo) noexcept
+{
+    CombineCounters<Swct_SubQueueStatisticsHistoricalElement>(pFrom, pTo);
+}
+
+uint8_t Swct_GetQueueStatisticsStaySuspect15m(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return StaySuspect<Ring15m>(bSlot, bPort);
+}
+
+// ---- The 24-hour family ----
+
+uint32_t Swct_QueueStatisticsHistorical24hIndexWithinRange(uint32_t dwIndex) noexcept
+{
+    return YesOrNo(dwIndex < Ring24h::kRecords);
+}
+
+const Record* Swct_GetQueueStatisticsHistorical24hRPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                       uint8_t bIndex) noexcept
+{
+    return ReportingRecord<Ring24h, kRPtr>(pSwctRead, {bSlot, bPort, bQueue}, bIndex);
+}
+
+Record* Swct_GetQueueStatisticsHistorical24hWPtr(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex) noexcept
+{
+    return ReportingRecord<Ring24h, kWPtr>(pSwctWrite, {bSlot, bPort, bQueue}, bIndex);
+}
+
+Record* Swct_GetQueueStatisticsHistorical24hWData(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+{
+    return ReportingRing<Ring24h, kWData>(pSwctWrite, {bSlot, bPort, bQueue});
+}
+
+uint32_t Swct_DoesQueueStatisticsHistorical24hExist(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                    uint8_t bIndex) noexcept
+{
+    return DoesExist<Ring24h>({bSlot, bPort, bQueue}, bIndex);
+}
+
+void Swct_ReadQueueStatisticsHistorical24h(uint8_t bSlot, uint8_t bPort, uint8_t bQueue, uint8_t bIndex,
+                                           Record* pRecord) noexcept
+{
+    Read<Ring24h>({bSlot, bPort, bQueue}, bIndex, pRecord);
+}
+
+uint8_t Swct_GetQueueStatisticsHistorical24hCurrentPeriodIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue) noexcept
+{
+    return CurrentPeriodIndex<Ring24h>({bSlot, bPort, bQueue});
+}
+
+void Swct_GetQueueStatisticsHistorical24hLastNRecords(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                      uint8_t bNbrOfRecords, Record* pRecords) noexcept
+{
+    LastNRecords<Ring24h>({bSlot, bPort, bQueue}, bNbrOfRecords, pRecords);
+}
+
+void Swct_GetQueueStatisticsHistorical24hHistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
+                                                       uint8_t bExcludedIndex, Record* pSum) noexcept
+{
+    HistoricalSum<Ring24h>({bSlot, bPort, bQueue}, bExcludedIndex, pSum);
+}
+
+void Swct_AddQueueStatisticsHistorical24hStructs(const Record* pFrom, Record* pTo) noexcept
+{
+    CombineCounters<Swct_AddQueueStatisticsHistoricalElement>(pFrom, pTo);
+}
+
+void Swct_SubQueueStatisticsHistorical24hStructs(const Record* pFrom, Record* pTo) noexcept
+{
+    CombineCounters<Swct_SubQueueStatisticsHistoricalElement>(pFrom, pTo);
+}
+
+uint8_t Swct_GetQueueStatisticsStaySuspect24h(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return StaySuspect<Ring24h>(bSlot, bPort);
+}

@@ -1,6 +1,8 @@
+// The live statistics objects: a fixed set of queues, and the switch ports again.
 #include "swct/queue_statistics.h"
 
-#include "region/filter.h"
+#include "region/memory.h"
+#include "region/moid.h"
 #include "region/port_walk.h"
 #include "region/trace.h"
 #include "swct/switch_port.h"
@@ -45,7 +47,7 @@ SwctQueueStatisticsMoid* Swct_GetNextQueueStatistics(const SwctQueueStatisticsMo
 uint32_t Swct_DoesQueueStatisticsMoidPassFilter(const SwctQueueStatisticsMoid* pMoid,
                                                 const SwctQueueStatisticsMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->bQueue, pFilter->bQueue}) : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 SwctPortMoid* Swct_SwitchPortStatisticsMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept

@@ -1,7 +1,8 @@
+// Service priority regeneration of the PEPs.
 #include "swct/service_priority.h"
 
-#include "region/filter.h"
-#include "region/priority_field.h"
+#include "region/derived.h"
+#include "region/moid.h"
 #include "region/provider_bridge.h"
 #include "region/trace.h"
 #include "swct/provider_edge_port.h"
@@ -24,7 +25,7 @@ Swct_ServicePriorityRegenerationMoidIterator(const SwctServicePriorityRegenerati
     uint32_t dwPriority = 1;
     if (sPep.bSlot != 0 && sPep.bPort != 0 && sPep.wKey != 0 && pMoidPrevious->dwPriority < SWCT_PRIORITY_MAX) {
         dwPriority = pMoidPrevious->dwPriority + 1;
-    } else if (!FindNextProviderEdgePort(sPep)) {
+    } else if (!FindNextProviderEdgePort(pSwctRead, sPep)) {
         return nullptr;
     }
     sNext = {SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, sPep.bSlot, sPep.bPort, sPep.wKey, dwPriority};
@@ -34,9 +35,7 @@ Swct_ServicePriorityRegenerationMoidIterator(const SwctServicePriorityRegenerati
 uint32_t Swct_ServicePriorityRegenerationMoidFilter(const SwctServicePriorityRegenerationMoid* pMoid,
                                                     const SwctServicePriorityRegenerationMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->wPepIndex, pFilter->wPepIndex},
-                                                                FilterKey{pMoid->dwPriority, pFilter->dwPriority})
-                                                 : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 void Swct_ReadServicePriorityRegeneration(SwctServicePriorityRegenerationMoid sMoid,

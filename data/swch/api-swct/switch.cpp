@@ -1,3 +1,4 @@
+// Switch attributes: getters.
 #include "swct/switch.h"
 
 #include "region/memory.h"
@@ -17,105 +18,31 @@ const SwctSwitchAttributes& Attributes() noexcept
 
 } // namespace
 
-uint32_t Swct_GetAgeingTime() noexcept
-{
-    return Attributes().dwAgeingTime;
-}
-
-uint32_t Swct_GetSwitchMode() noexcept
-{
-    return Attributes().dwSwitchMode;
-}
-
-uint32_t Swct_Switch_GetSwitchMode() noexcept
-{
-    return Attributes().dwSwitchMode;
-}
-
-uint32_t Swct_GetBridgeVlanEtherType() noexcept
-{
-    return Attributes().dwBridgeVlanEtherType;
-}
-
-uint32_t Swct_GetEtherType() noexcept
-{
-    return Attributes().dwBridgeVlanEtherType;
-}
-
-uint16_t Swct_GetEtherType1() noexcept
-{
-    return Attributes().wEtherType1;
-}
-
-uint16_t Swct_GetEtherType2() noexcept
-{
-    return Attributes().wEtherType2;
-}
-
-uint16_t Swct_GetEtherType3() noexcept
-{
-    return Attributes().wEtherType3;
-}
-
-uint16_t Swct_GetEtherType4() noexcept
-{
-    return Attributes().wEtherType4;
-}
-
-uint32_t Swct_GetL2cpTunnellingMode() noexcept
-{
-    return Attributes().dwL2cpTunnellingMode;
-}
-
-uint32_t Swct_GetL2cpPriority() noexcept
-{
-    return Attributes().dwL2cpPriority;
-}
-
-uint16_t Swct_GetLagSystemPriority() noexcept
-{
-    return Attributes().wLagSystemPriority;
-}
-
-uint32_t Swct_GetGLagDistribution() noexcept
-{
-    return Attributes().dwGLagDistribution;
-}
-
-const char* Swct_GetBridgeName() noexcept
-{
-    return Attributes().acBridgeName;
-}
-
-uint16_t Swct_Switch_GetUnicastForwardingTableMaxSize() noexcept
-{
-    return Attributes().wUnicastForwardingTableMaxSize;
-}
-
-uint8_t Swct_GetStaticUnicastForwardingMaxEntries() noexcept
-{
-    return Attributes().bStaticUnicastForwardingMaxEntries;
-}
+uint32_t Swct_GetAgeingTime() noexcept { return Attributes().dwAgeingTime; }
+uint32_t Swct_GetSwitchMode() noexcept { return Attributes().dwSwitchMode; }
+uint32_t Swct_Switch_GetSwitchMode() noexcept { return Attributes().dwSwitchMode; }
+uint32_t Swct_GetBridgeVlanEtherType() noexcept { return Attributes().dwBridgeVlanEtherType; }
+uint32_t Swct_GetEtherType() noexcept { return Attributes().dwBridgeVlanEtherType; }
+uint16_t Swct_GetEtherType1() noexcept { return Attributes().wEtherType1; }
+uint16_t Swct_GetEtherType2() noexcept { return Attributes().wEtherType2; }
+uint16_t Swct_GetEtherType3() noexcept { return Attributes().wEtherType3; }
+uint16_t Swct_GetEtherType4() noexcept { return Attributes().wEtherType4; }
+uint32_t Swct_GetL2cpTunnellingMode() noexcept { return Attributes().dwL2cpTunnellingMode; }
+uint32_t Swct_GetL2cpPriority() noexcept { return Attributes().dwL2cpPriority; }
+uint16_t Swct_GetLagSystemPriority() noexcept { return Attributes().wLagSystemPriority; }
+uint32_t Swct_GetGLagDistribution() noexcept { return Attributes().dwGLagDistribution; }
+const char* Swct_GetBridgeName() noexcept { return Attributes().acBridgeName; }
+uint16_t Swct_Switch_GetUnicastForwardingTableMaxSize() noexcept { return Attributes().wUnicastForwardingTableMaxSize; }
+uint8_t Swct_GetStaticUnicastForwardingMaxEntries() noexcept { return Attributes().bStaticUnicastForwardingMaxEntries; }
 
 uint16_t Swct_GetMgmtVlanIntfVlanId() noexcept
 {
     return pSwctRead != nullptr ? pSwctRead->wMgmtVlanIntfVlanId : static_cast<uint16_t>(SWCT_VID_NONE);
 }
 
-uint32_t Swct_GetMgmtVlanIntfVlanPcp() noexcept
-{
-    return pSwctRead != nullptr ? pSwctRead->dwMgmtVlanIntfVlanPcp : 0;
-}
-
-uint8_t Swct_GetMgmtVlanIntfSlot() noexcept
-{
-    return pSwctRead != nullptr ? pSwctRead->bMgmtVlanIntfSlot : uint8_t{0};
-}
-
-uint32_t Swct_GetHrlb() noexcept
-{
-    return pSwctRead != nullptr ? pSwctRead->dwHrlb : 0;
-}
+uint32_t Swct_GetMgmtVlanIntfVlanPcp() noexcept { return pSwctRead != nullptr ? pSwctRead->dwMgmtVlanIntfVlanPcp : 0; }
+uint8_t Swct_GetMgmtVlanIntfSlot() noexcept { return pSwctRead != nullptr ? pSwctRead->bMgmtVlanIntfSlot : uint8_t{0}; }
+uint32_t Swct_GetHrlb() noexcept { return pSwctRead != nullptr ? pSwctRead->dwHrlb : 0; }
 
 void Swct_GetSwitchAttributes(SwctSwitchAttributes* pAttributes) noexcept
 {
@@ -148,12 +75,5 @@ uint32_t Swct_GetVlanEtherType(uint16_t wEtherType) noexcept
                                                    : 0;
 }
 
-uint32_t Swct_IsValidOuterTpid(uint16_t wTpid) noexcept
-{
-    return Swct_GetVlanEtherType(wTpid) != 0 ? 1 : 0;
-}
-
-uint32_t Swct_IsAllPortMembersOfVlanIdDown(uint16_t /*wVlanId*/) noexcept
-{
-    return 1;
-}
+uint32_t Swct_IsValidOuterTpid(uint16_t wTpid) noexcept { return YesOrNo(Swct_GetVlanEtherType(wTpid) != 0); }
+uint32_t Swct_IsAllPortMembersOfVlanIdDown(uint16_t /*wVlanId*/) noexcept { return 1; }

@@ -1,8 +1,11 @@
+// Switch ports: entries, fields and the walk whose buffer other port-keyed objects share.
 #include "swct/switch_port.h"
 
-#include "region/ether_type.h"
-#include "region/port_iterator.h"
+#include "region/defaults.h"
 #include "region/provider_bridge.h"
+#include "switch_port_buffer.h"
+
+SwctPortMoid sSwitchPortMoid;
 
 namespace {
 
@@ -28,31 +31,17 @@ SwctSwitchPort* Swct_GetSwitchPortWPtr(uint8_t bSlot, uint8_t bPort) noexcept
 
 uint32_t Swct_DoesSwitchPortExist(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return Entry(bSlot, bPort).dwL2PortType != 0 ? 1 : 0;
+    return YesOrNo(Entry(bSlot, bPort).dwL2PortType != 0);
 }
 
 void Swct_ReadSwitchPort(uint8_t bSlot, uint8_t bPort, SwctSwitchPort* pEntry) noexcept
 {
-    const SwctSwitchPort* pPort = SwitchPort(pSwctRead, bSlot, bPort);
-    if (pPort != nullptr && pEntry != nullptr) {
-        CopyRecord(pEntry, pPort);
-    }
+    CopyIfThere(pEntry, SwitchPort(pSwctRead, bSlot, bPort));
 }
 
-uint16_t Swct_SwitchPort_GetPvid(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return Entry(bSlot, bPort).wPvid;
-}
-
-uint16_t Swct_GetPortNativeVid(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return Entry(bSlot, bPort).wPvid;
-}
-
-uint32_t Swct_GetVlanFrameAdmit(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return Entry(bSlot, bPort).dwVlanFrameAdmit;
-}
+uint16_t Swct_SwitchPort_GetPvid(uint8_t bSlot, uint8_t bPort) noexcept { return Entry(bSlot, bPort).wPvid; }
+uint16_t Swct_GetPortNativeVid(uint8_t bSlot, uint8_t bPort) noexcept { return Entry(bSlot, bPort).wPvid; }
+uint32_t Swct_GetVlanFrameAdmit(uint8_t bSlot, uint8_t bPort) noexcept { return Entry(bSlot, bPort).dwVlanFrameAdmit; }
 
 uint32_t Swct_GetSwitchPortVlanFrameAdmit(uint8_t bSlot, uint8_t bPort) noexcept
 {
@@ -69,20 +58,18 @@ uint32_t Swct_SwitchPort_GetL2PortType(uint8_t bSlot, uint8_t bPort) noexcept
     return Entry(bSlot, bPort).dwL2PortType;
 }
 
-uint32_t Swct_GetPbPortType(uint8_t bSlot, uint8_t bPort) noexcept
-{
-    return PbPortType(pSwctRead, bSlot, bPort);
-}
+uint32_t Swct_GetPbPortType(uint8_t bSlot, uint8_t bPort) noexcept { return PbPortType(pSwctRead, bSlot, bPort); }
 
 uint32_t Swct_GetL2PortVlanEtherTypeEnum(uint8_t bSlot, uint8_t bPort) noexcept
 {
     return Entry(bSlot, bPort).dwL2PortVlanEtherTypeEnum;
 }
 
-uint16_t Swct_GetL2PortVlanEtherType(uint8_t bSlot, uint8_t bPort) noexcept
+uint32_t Swct_GetL2PortVlanEtherType(uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctSwitchPort* pPort = SwitchPort(pSwctRead, bSlot, bPort);
-    return pPort != nullptr ? EtherTypeOfEnumeration(pPort->dwL2PortVlanEtherTypeEnum) : uint16_t{0x8100};
+    return pPort != nullptr ? EtherTypeOfEnumeration(pPort->dwL2PortVlanEtherTypeEnum)
+                            : uint32_t{kEtherTypeCustomerTag};
 }
 
 SwctPortMoid* Swct_SwitchPortMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
@@ -94,9 +81,8 @@ SwctPortMoid* Swct_SwitchPortMoidIterator(const SwctPortMoid* pMoidPrevious) noe
 uint8_t Swct_GetNumberOfSwitchPorts() noexcept
 {
     uint8_t bCount = 0;
-    VisitPorts([&bCount](uint8_t bSlot, uint8_t bPort) {
-        bCount = static_cast<uint8_t>(bCount + (StoredPbPortType(pSwctRead, bSlot, bPort) != 0 ? 1 : 0));
-        return false;
+    ForEachPort([&bCount](uint8_t bSlot, uint8_t bPort) {
+        bCount = static_cast<uint8_t>(bCount + YesOrNo(StoredPbPortType(pSwctRead, bSlot, bPort) != 0));
     });
     return bCount;
 }

@@ -1,6 +1,8 @@
+// VID translations: objects and lookups.
 #include "swct/vid_translation.h"
 
-#include "region/filter.h"
+#include "region/memory.h"
+#include "region/moid.h"
 #include "region/provider_bridge.h"
 
 namespace {
@@ -8,23 +10,25 @@ namespace {
 // The record of a translation object, or null.
 const SwctVidTranslation* ManagedRecord(SwctVidTranslationMoid sMoid) noexcept
 {
-    const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pNp == nullptr || !IsPbVid(sMoid.wLocalVid) || pNp->aVidTranslation[sMoid.wLocalVid - 1].wLocalVid == 0) {
-        return nullptr;
-    }
-    return &pNp->aVidTranslation[sMoid.wLocalVid - 1];
+    return UsedRecordOf(Translations(ManagedNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wLocalVid);
 }
 
-// The 'dwNth' local VID, from 1, in use with a relay VID; 0 for none.
-uint16_t FindLocalVid(const SwctNetworkPortData& sNp, uint32_t dwNth, uint16_t wRelayVid) noexcept
-{
-    for (uint16_t wLocalVid = 1; wLocalVid <= SWCT_PB_VID_MAX; ++wLocalVid) {
-        const SwctVidTranslation& sRecord = sNp.aVidTranslation[wLocalVid - 1];
-        if (sRecord.wLocalVid != 0 && sRecord.wRelayVid == wRelayVid && --dwNth == 0) {
-            return wLocalVid;
-        }
+// A translation in use with a relay VID.
+struct IsRelayedAs {
+    uint16_t wRelayVid;
+
+    bool operator()(const SwctVidTranslation& sRecord) const noexcept
+    {
+        return sRecord.wRelayVid == wRelayVid && sRecord.wLocalVid != 0;
     }
-    return 0;
+};
+
+// Stores the 'dwNth' local VID, from 1, with a relay VID on a PNP or CNP; 0 for none.
+void StoreNthLocalVid(const SwctNetworkPortData* pNp, uint32_t dwNth, uint16_t wRelayVid, uint16_t* pwLocalVid) noexcept
+{
+    if (pwLocalVid != nullptr) {
+        StoreAt(pwLocalVid, pNp != nullptr ? NthKey(pNp->aVidTranslation, dwNth, IsRelayedAs{wRelayVid}) : uint16_t{0});
+    }
 }
 
 // The relay VID's index entry on a PNP or CNP; 0 for none.
@@ -38,7 +42,7 @@ uint16_t IndexedLocalVid(uint8_t bSlot, uint8_t bPort, uint16_t wRelayVid) noexc
 
 uint32_t Swct_DoesVidTranslationExist(SwctVidTranslationMoid sMoid) noexcept
 {
-    return ManagedRecord(sMoid) != nullptr ? 1 : 0;
+    return YesOrNo(ManagedRecord(sMoid) != nullptr);
 }
 
 SwctVidTranslationMoid* Swct_VidTranslationMoidIterator(const SwctVidTranslationMoid* pMoidPrevious) noexcept
@@ -48,9 +52,9 @@ SwctVidTranslationMoid* Swct_VidTranslationMoidIterator(const SwctVidTranslation
         return nullptr;
     }
     ObjectPosition sPosition{pMoidPrevious->bSlot, pMoidPrevious->bPort, pMoidPrevious->wLocalVid};
-    const bool boFound = FindNextObject<SWCT_PB_VID_MAX>(
-        sPosition, [](uint8_t bSlot, uint8_t bPort) { return ManagedNetworkPort(pSwctRead, bSlot, bPort); },
-        [](const SwctNetworkPortData& sNp, uint16_t wVid) { return sNp.aVidTranslation[wVid - 1].wLocalVid != 0; });
+    const bool boFound = FindNextObject(sPosition, [](uint8_t bSlot, uint8_t bPort) {
+        return Translations(ManagedNetworkPort(pSwctRead, bSlot, bPort));
+    });
     if (!boFound) {
         return nullptr;
     }
@@ -61,7 +65,7 @@ SwctVidTranslationMoid* Swct_VidTranslationMoidIterator(const SwctVidTranslation
 uint32_t Swct_VidTranslationMoidFilter(const SwctVidTranslationMoid* pMoid,
                                        const SwctVidTranslationMoid* pFilter) noexcept
 {
-    return PassesPortFilter(pMoid, pFilter) != 0 ? PassesFilter(FilterKey{pMoid->wLocalVid, pFilter->wLocalVid}) : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_GetFreeVidTranslationMoid(uint8_t bSlot, uint8_t bPort, uint16_t wLocalVid,
@@ -80,16 +84,14 @@ uint32_t Swct_GetFreeVidTranslationMoid(uint8_t bSlot, uint8_t bPort, uint16_t w
 
 void Swct_ReadVidTranslation(SwctVidTranslationMoid sMoid, SwctVidTranslation* pRecord) noexcept
 {
-    const SwctNetworkPortData* pNp = ExistingNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort);
-    if (pNp != nullptr && IsPbVid(sMoid.wLocalVid) && pRecord != nullptr) {
-        CopyRecord(pRecord, &pNp->aVidTranslation[sMoid.wLocalVid - 1]);
-    }
+    CopyIfThere(pRecord,
+                RecordOf(Translations(ExistingNetworkPort(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wLocalVid));
 }
 
-uint16_t Swct_VidTranslation_GetRelayVid(SwctVidTranslationMoid sMoid) noexcept
+uint32_t Swct_VidTranslation_GetRelayVid(SwctVidTranslationMoid sMoid) noexcept
 {
     const SwctVidTranslation* pRecord = ManagedRecord(sMoid);
-    return pRecord != nullptr ? pRecord->wRelayVid : uint16_t{0};
+    return pRecord != nullptr ? pRecord->wRelayVid : 0U;
 }
 
 void Swct_GetRelayVidOfLocalVid(uint8_t bSlot, uint8_t bPort, uint16_t wLocalVid, uint16_t* pwRelayVid) noexcept
@@ -108,19 +110,13 @@ void Swct_GetRelayVidOfLocalVid(uint8_t bSlot, uint8_t bPort, uint16_t wLocalVid
 void Swct_GetLowestLocalVidTranslatedToRelayVid(uint8_t bSlot, uint8_t bPort, uint16_t wRelayVid,
                                                 uint16_t* pwLocalVid) noexcept
 {
-    if (pwLocalVid != nullptr) {
-        const SwctNetworkPortData* pNp = StoredNetworkPort(pSwctRead, bSlot, bPort);
-        StoreAt(pwLocalVid, pNp != nullptr ? FindLocalVid(*pNp, 1, wRelayVid) : uint16_t{0});
-    }
+    StoreNthLocalVid(StoredNetworkPort(pSwctRead, bSlot, bPort), 1, wRelayVid, pwLocalVid);
 }
 
 void Swct_GetSecondLowestLocalVidTranslatedToRelayVid(uint8_t bSlot, uint8_t bPort, uint16_t wRelayVid,
                                                       uint16_t* pwLocalVid) noexcept
 {
-    if (pwLocalVid != nullptr) {
-        const SwctNetworkPortData* pNp = StoredNetworkPort(AnyView(), bSlot, bPort);
-        StoreAt(pwLocalVid, pNp != nullptr ? FindLocalVid(*pNp, 2, wRelayVid) : uint16_t{0});
-    }
+    StoreNthLocalVid(StoredNetworkPort(AnyView(), bSlot, bPort), 2, wRelayVid, pwLocalVid);
 }
 
 void Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(uint8_t bSlot, uint8_t bPort, uint16_t wRelayVid,
@@ -133,22 +129,18 @@ void Swct_SpeedUpGetLowestLocalVidTranslatedToRelayVid(uint8_t bSlot, uint8_t bP
 
 uint32_t Swct_SpeedUpDoesVidTranslationOnPort(uint8_t bSlot, uint8_t bPort, uint16_t wRelayVid) noexcept
 {
-    return IndexedLocalVid(bSlot, bPort, wRelayVid) != 0 ? 1 : 0;
+    return YesOrNo(IndexedLocalVid(bSlot, bPort, wRelayVid) != 0);
 }
 
 uint32_t Swct_DoesVlanHaveVidTranslations(SwctVlanMoid sMoidVlan) noexcept
 {
-    PortPosition sPosition = BehindPort(0, 0);
-    return FindPort(sPosition,
-                    [sMoidVlan](uint8_t bSlot, uint8_t bPort) {
-                        return Swct_DoesVlanHaveVidTranslationsOnPort(sMoidVlan, bSlot, bPort) != 0;
-                    })
-               ? 1
-               : 0;
+    return YesOrNo(AnyWalkedPort([sMoidVlan](uint8_t bSlot, uint8_t bPort) {
+        return Swct_DoesVlanHaveVidTranslationsOnPort(sMoidVlan, bSlot, bPort) != 0;
+    }));
 }
 
 uint32_t Swct_DoesVlanHaveVidTranslationsOnPort(SwctVlanMoid sMoidVlan, uint8_t bSlot, uint8_t bPort) noexcept
 {
     const SwctNetworkPortData* pNp = ManagedNetworkPort(pSwctRead, bSlot, bPort);
-    return pNp != nullptr && FindLocalVid(*pNp, 1, sMoidVlan.wVlanId) != 0 ? 1 : 0;
+    return YesOrNo(pNp != nullptr && AnyRecord(pNp->aVidTranslation, IsRelayedAs{sMoidVlan.wVlanId}));
 }

@@ -1,20 +1,15 @@
+// VLANs: entries, existence, walk.
 #include "swct/vlan.h"
 
 #include "region/bitmap.h"
-#include "region/filter.h"
+#include "region/defaults.h"
 #include "region/memory.h"
+#include "region/moid.h"
 #include "region/views.h"
 #include "swct/mac.h"
 
-const SwctVlanEntry* Swct_GetVlanEntryRPtr(uint16_t wVlanId) noexcept
-{
-    return VlanEntry(pSwctRead, wVlanId);
-}
-
-SwctVlanEntry* Swct_GetVlanEntryWPtr(uint16_t wVlanId) noexcept
-{
-    return VlanEntry(pSwctWrite, wVlanId);
-}
+const SwctVlanEntry* Swct_GetVlanEntryRPtr(uint16_t wVlanId) noexcept { return VlanEntry(pSwctRead, wVlanId); }
+SwctVlanEntry* Swct_GetVlanEntryWPtr(uint16_t wVlanId) noexcept { return VlanEntry(pSwctWrite, wVlanId); }
 
 const SwctVlan* Swct_GetVlanInfo(uint16_t wVlanId) noexcept
 {
@@ -42,7 +37,7 @@ uint32_t Swct_DoesVlanIfExist(uint16_t wVlanId) noexcept
 
 uint32_t Swct_DoesVlanHaveQinQPortsOrPeps(uint16_t wVlanId) noexcept
 {
-    return Swct_GetVlanNbrOfQinQOrPep(wVlanId) != 0 ? 1 : 0;
+    return YesOrNo(Swct_GetVlanNbrOfQinQOrPep(wVlanId) != 0);
 }
 
 uint32_t Swct_GetVlanNbrOfQinQOrPep(uint16_t wVlanId) noexcept
@@ -61,12 +56,10 @@ void Swct_GetConfiguredVlans(uint8_t* pBitmap) noexcept
     if (pBitmap == nullptr) {
         return;
     }
-    const SwctData* pData = pSwctRead;
-    if (pData == nullptr) {
-        ClearBitmap(pBitmap);
-        return;
+    ClearBitmap(pBitmap);
+    if (pSwctRead != nullptr) {
+        AddKeys(pBitmap, pSwctRead->sVlan, [](const SwctVlanEntry& sEntry) { return sEntry.boExists != 0; });
     }
-    FillBitmap(pBitmap, SWCT_VLAN_MAX, [pData](uint16_t wVlanId) { return pData->sVlan[wVlanId - 1U].boExists != 0; });
 }
 
 SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
@@ -75,20 +68,18 @@ SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
-    // VLAN 4095 may exist, but walks end before it.
-    for (unsigned candidate = pMoidPrevious->wVlanId + 1U; candidate < SWCT_VLAN_MAX; ++candidate) {
-        const auto wVlanId = static_cast<uint16_t>(candidate);
-        if (ExistingVlan(pSwctRead, wVlanId) != nullptr) {
-            sNext = {SWCT_CLASS_VLAN, wVlanId};
-            return &sNext;
-        }
+    const uint16_t wVlanId =
+        NextVlanId(pSwctRead, pMoidPrevious->wVlanId, [](const SwctVlanEntry& /*sEntry*/) { return true; });
+    if (wVlanId == 0) {
+        return nullptr;
     }
-    return nullptr;
+    CopyRecord(&sNext, SwctVlanMoid{SWCT_CLASS_VLAN, wVlanId});
+    return &sNext;
 }
 
 uint32_t Swct_DoesVlanMoidPassFilter(const SwctVlanMoid* pMoid, const SwctVlanMoid* pFilter) noexcept
 {
-    return pMoid != nullptr && pFilter != nullptr ? PassesFilter(FilterKey{pMoid->wVlanId, pFilter->wVlanId}) : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 void Swct_ReadVlan(SwctVlanMoid sMoid, SwctVlan* pVlan) noexcept
@@ -98,6 +89,6 @@ void Swct_ReadVlan(SwctVlanMoid sMoid, SwctVlan* pVlan) noexcept
         return;
     }
     CopyRecord(pVlan, &pEntry->sVlanData);
-    pVlan->dwStatus = 2;
+    pVlan->dwStatus = kVlanStatus;
     Swct_GetL3MacAddress(&pVlan->sMacAddress);
 }

@@ -1,12 +1,24 @@
+// Memberships: which ports belong to which VLANs.
 #include "swct/vlan_port.h"
 
-#include "region/filter.h"
-#include "region/membership.h"
 #include "region/memory.h"
+#include "region/moid.h"
 #include "region/port_walk.h"
 #include "region/trace.h"
+#include "region/views.h"
 
 namespace {
+
+// Whether 'test(entry, VLAN id, membership)' is true for an existing VLAN of which the port is a member, ids ascending.
+template <class Test>
+bool AnyVlanOfPort(const SwctData* pData, uint8_t bSlot, uint8_t bPort, Test test) noexcept
+{
+    return IsPort(bSlot, bPort) &&
+           AnyExistingVlan(pData, [bSlot, bPort, &test](const SwctVlanEntry& sEntry, uint16_t wVlanId) {
+               const uint32_t dwMembership = sEntry.adwMembership[bSlot - 1][bPort - 1];
+               return dwMembership != SWCT_MEMBERSHIP_NONE && test(sEntry, wVlanId, dwMembership);
+           });
+}
 
 // Whether a port of one slot of an entry is a member.
 bool HasMemberInSlot(const SwctVlanEntry& sEntry, uint8_t bSlot) noexcept
@@ -19,16 +31,10 @@ bool HasMemberInSlot(const SwctVlanEntry& sEntry, uint8_t bSlot) noexcept
     return false;
 }
 
-constexpr bool IsSlot(uint8_t bSlot) noexcept
-{
-    return bSlot >= 1 && bSlot <= SWCT_SLOT_MAX;
-}
+constexpr bool IsSlot(uint8_t bSlot) noexcept { return bSlot >= 1 && bSlot <= SWCT_SLOT_MAX; }
 
 // Where a walk starts in a VLAN.
-PortPosition FirstMemberPosition() noexcept
-{
-    return {std::max<unsigned>(FirstSwitchPortSlot(), 1), 1};
-}
+PortPosition FirstMemberPosition() noexcept { return {std::max<unsigned>(FirstSwitchPortSlot(), 1), 1}; }
 
 // The first member of a VLAN at or behind a position, whose slot and port are at least 1; false when there is none.
 bool FindMember(const SwctVlanEntry& sEntry, PortPosition& sPosition) noexcept
@@ -67,27 +73,24 @@ void Swct_GetVlanPortAttributes(SwctVlanPortMoid sMoid, SwctVlanPortAttributes* 
 uint32_t Swct_IsPortMemberOfVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wVlanId) noexcept
 {
     const SwctVlanEntry* pEntry = IsPort(bSlot, bPort) ? ExistingVlan(pSwctRead, wVlanId) : nullptr;
-    return pEntry != nullptr && pEntry->adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE ? 1 : 0;
+    return YesOrNo(pEntry != nullptr && pEntry->adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE);
 }
 
 uint32_t Swct_IsVlanPortTagged(SwctVlanPortMoid sMoid) noexcept
 {
     const SwctMembership* pMembership = Membership(pSwctRead, sMoid.wVlanId, sMoid.bSlot, sMoid.bPort);
-    return pMembership != nullptr && *pMembership == SWCT_MEMBERSHIP_TAGGED ? 1 : 0;
+    return YesOrNo(pMembership != nullptr && *pMembership == SWCT_MEMBERSHIP_TAGGED);
 }
 
 uint32_t Swct_DoesVlanPortMoidPassFilter(const SwctVlanPortMoid* pMoid, const SwctVlanPortMoid* pFilter) noexcept
 {
-    return pMoid != nullptr && pFilter != nullptr
-               ? PassesFilter(FilterKey{pMoid->wVlanId, pFilter->wVlanId}, FilterKey{pMoid->bSlot, pFilter->bSlot},
-                              FilterKey{pMoid->bPort, pFilter->bPort})
-               : 0;
+    return YesOrNo(PassesFilter(pMoid, pFilter));
 }
 
 uint32_t Swct_IsPortMemberOfAnyVlan(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return VisitVlansOfPort(pSwctRead, bSlot, bPort, [](const SwctVlanEntry&, uint16_t, uint32_t) { return true; }) ? 1
-                                                                                                                    : 0;
+    return YesOrNo(
+        AnyVlanOfPort(pSwctRead, bSlot, bPort, [](const SwctVlanEntry&, uint16_t, uint32_t) { return true; }));
 }
 
 uint32_t Swct_IsPortMemberOfJustOneVlan(uint8_t bSlot, uint8_t bPort, uint16_t* pwVlanId) noexcept
@@ -98,7 +101,7 @@ uint32_t Swct_IsPortMemberOfJustOneVlan(uint8_t bSlot, uint8_t bPort, uint16_t* 
     StoreAt(pwVlanId, uint16_t{0});
     uint16_t wFound = 0;
     const bool boSecond =
-        VisitVlansOfPort(pSwctRead, bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
+        AnyVlanOfPort(pSwctRead, bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
             const bool boHadOne = wFound != 0;
             wFound = wVlanId;
             return boHadOne;
@@ -112,18 +115,16 @@ uint32_t Swct_IsPortMemberOfJustOneVlan(uint8_t bSlot, uint8_t bPort, uint16_t* 
 
 uint32_t Swct_IsPortConnectedToAnyQinQPortOrPep(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return VisitVlansOfPort(
-               pSwctRead, bSlot, bPort,
-               [](const SwctVlanEntry& sEntry, uint16_t, uint32_t) { return sEntry.dwNbrOfQinQOrPep != 0; })
-               ? 1
-               : 0;
+    return YesOrNo(AnyVlanOfPort(pSwctRead, bSlot, bPort, [](const SwctVlanEntry& sEntry, uint16_t, uint32_t) {
+        return sEntry.dwNbrOfQinQOrPep != 0;
+    }));
 }
 
 uint32_t Swct_PortUsedUnTaggedInAnyVlan(uint8_t bSlot, uint8_t bPort, uint16_t* pwVlanId) noexcept
 {
     uint16_t wFound = SWCT_VID_NONE;
     const bool boFound =
-        VisitVlansOfPort(AnyView(), bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t dwValue) {
+        AnyVlanOfPort(AnyView(), bSlot, bPort, [&wFound](const SwctVlanEntry&, uint16_t wVlanId, uint32_t dwValue) {
             if (dwValue == SWCT_MEMBERSHIP_UNTAGGED) {
                 wFound = wVlanId;
                 return true;
@@ -133,7 +134,7 @@ uint32_t Swct_PortUsedUnTaggedInAnyVlan(uint8_t bSlot, uint8_t bPort, uint16_t* 
     if (pwVlanId != nullptr) {
         StoreAt(pwVlanId, wFound);
     }
-    return boFound ? 1 : 0;
+    return YesOrNo(boFound);
 }
 
 void Swct_GetVlansWithPortAsMember(uint8_t bSlot, uint8_t bPort, SwctVlanIdList* pList) noexcept
@@ -142,7 +143,7 @@ void Swct_GetVlansWithPortAsMember(uint8_t bSlot, uint8_t bPort, SwctVlanIdList*
         return;
     }
     uint16_t wCount = 0;
-    VisitVlansOfPort(pSwctRead, bSlot, bPort, [&](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
+    AnyVlanOfPort(pSwctRead, bSlot, bPort, [&](const SwctVlanEntry&, uint16_t wVlanId, uint32_t) {
         pList->awVlanId[wCount] = wVlanId;
         ++wCount;
         return wCount == sizeof pList->awVlanId / sizeof pList->awVlanId[0];
@@ -154,7 +155,7 @@ uint32_t Swct_DoesVlanHavePorts(SwctVlanMoid sMoid) noexcept
 {
     const SwctVlanEntry* pEntry = ExistingVlan(pSwctRead, sMoid.wVlanId);
     PortPosition sPosition{1, 1};
-    return pEntry != nullptr && FindMember(*pEntry, sPosition) ? 1 : 0;
+    return YesOrNo(pEntry != nullptr && FindMember(*pEntry, sPosition));
 }
 
 uint32_t Swct_IsAllVlanPortsTagged(uint16_t wVlanId) noexcept
@@ -163,10 +164,9 @@ uint32_t Swct_IsAllVlanPortsTagged(uint16_t wVlanId) noexcept
     if (pEntry == nullptr) {
         return 0;
     }
-    const bool boUntagged = VisitPorts([pEntry](uint8_t bSlot, uint8_t bPort) {
+    return YesOrNo(!AnyPort([pEntry](uint8_t bSlot, uint8_t bPort) {
         return pEntry->adwMembership[bSlot - 1][bPort - 1] == SWCT_MEMBERSHIP_UNTAGGED;
-    });
-    return boUntagged ? 0 : 1;
+    }));
 }
 
 void Swct_GetPortMembersOfVlan(uint16_t wVlanId, SwctPortList* pPortList) noexcept
@@ -180,12 +180,11 @@ void Swct_GetPortMembersOfVlan(uint16_t wVlanId, SwctPortList* pPortList) noexce
         return;
     }
     uint8_t bCount = 0;
-    VisitPorts([&](uint8_t bSlot, uint8_t bPort) {
+    ForEachPort([&](uint8_t bSlot, uint8_t bPort) {
         if (pEntry->adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE) {
             pPortList->asPort[bCount] = {bSlot, bPort, 0};
             ++bCount;
         }
-        return false;
     });
     pPortList->bNbrOfPorts = bCount;
 }
@@ -193,17 +192,16 @@ void Swct_GetPortMembersOfVlan(uint16_t wVlanId, SwctPortList* pPortList) noexce
 uint32_t Swct_VlanPortsInSlot(uint8_t bSlot, uint16_t wVlanId) noexcept
 {
     const SwctVlanEntry* pEntry = IsSlot(bSlot) ? ExistingVlan(pSwctRead, wVlanId) : nullptr;
-    return pEntry != nullptr && HasMemberInSlot(*pEntry, bSlot) ? 1 : 0;
+    return YesOrNo(pEntry != nullptr && HasMemberInSlot(*pEntry, bSlot));
 }
 
 uint32_t Swct_SlotIsUsedForVlan(uint8_t bSlot) noexcept
 {
-    const SwctData* pData = IsSlot(bSlot) ? pSwctRead : nullptr;
-    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
-        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1];
-        if (sEntry.boExists != 0 && HasMemberInSlot(sEntry, bSlot)) {
-            return 1;
-        }
+    const bool boUsed = IsSlot(bSlot) && AnyExistingVlan(pSwctRead, [bSlot](const SwctVlanEntry& sEntry, uint16_t) {
+                            return HasMemberInSlot(sEntry, bSlot);
+                        });
+    if (boUsed) {
+        return 1;
     }
     SWCT_DEBUG(7, "Result check VLAN: OK");
     return 0;

@@ -5,10 +5,7 @@
 
 #include "swct/types.h"
 
-inline void ClearBitmap(uint8_t* pBitmap) noexcept
-{
-    std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE);
-}
+inline void ClearBitmap(uint8_t* pBitmap) noexcept { std::memset(pBitmap, 0, SWCT_VLAN_BITMAP_SIZE); }
 
 // 'wVlanId' is at most 4095.
 inline void SetBit(uint8_t* pBitmap, uint16_t wVlanId) noexcept
@@ -21,20 +18,26 @@ inline bool IsBitSet(const uint8_t* pBitmap, uint16_t wVlanId) noexcept
     return (pBitmap[wVlanId / 8] >> wVlanId % 8 & 1U) != 0;
 }
 
-// Sets the bits of the VLANs from 1 to 'wLast' that satisfy 'test' and clears all others; whether one is set.  A byte
-// at a time in a register: setting bit by bit would wait for the store before.
-template <class Test>
-bool FillBitmap(uint8_t* pBitmap, uint16_t wLast, Test test) noexcept
+// Adds the keys, index + 1, of the records that satisfy 'test' to a bitmap; whether there is one.  A byte at a time in
+// a register: setting bit by bit would wait for the store before.
+template <class Record, std::size_t kSize, class Test>
+bool AddKeys(uint8_t* pBitmap, const Record (&aRecord)[kSize], Test test) noexcept
 {
-    bool boAnySet = false;
-    for (unsigned byte = 0; byte < SWCT_VLAN_BITMAP_SIZE; ++byte) {
+    unsigned anySet = 0;
+    const auto addByte = [&](unsigned byte, unsigned firstBit, unsigned endBit) {
         unsigned bits = 0;
-        for (unsigned bit = 0; bit < 8; ++bit) {
-            const auto wVlanId = static_cast<uint16_t>(byte * 8 + bit);
-            bits |= (wVlanId - 1U < wLast && test(wVlanId) ? 1U : 0U) << bit;
+#pragma GCC unroll 8
+        for (unsigned bit = firstBit; bit < endBit; ++bit) {
+            bits |= (test(aRecord[byte * 8 + bit - 1]) ? 1U : 0U) << bit;
         }
-        pBitmap[byte] = static_cast<uint8_t>(bits);
-        boAnySet |= bits != 0;
+        pBitmap[byte] = static_cast<uint8_t>(pBitmap[byte] | bits);
+        anySet |= bits;
+    };
+    constexpr unsigned kLast = kSize / 8; // the byte of the last key
+    addByte(0, 1, 8);
+    for (unsigned byte = 1; byte < kLast; ++byte) {
+        addByte(byte, 0, 8);
     }
-    return boAnySet;
+    addByte(kLast, 0, kSize % 8 + 1);
+    return anySet != 0;
 }

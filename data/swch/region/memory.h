@@ -1,9 +1,12 @@
-// memory.h - reading and writing where another process, or a careless caller, may be at work too.
+// memory.h - values, and reading and writing where another process, or a careless caller, may be at work too.
 #pragma once
 
 #include <bit>
 #include <cstdint>
 #include <cstring>
+
+// The result of a test, as the interface has it.
+constexpr uint32_t YesOrNo(bool boYes) noexcept { return boYes ? 1 : 0; }
 
 // A value that selects memory or bounds a loop.  The compiler cannot read it again behind the test: the empty
 // assembler statement hides where the value came from.
@@ -40,6 +43,51 @@ inline void CopyRecord(Record* pTo, const Record* pFrom) noexcept
     CopyBytes<sizeof(Record)>(reinterpret_cast<unsigned char*>(pTo), reinterpret_cast<const unsigned char*>(pFrom));
 }
 
+// The body of a read or a write: copies when there is a place and a record.
+template <class Record>
+inline void CopyIfThere(Record* pTo, const Record* pFrom) noexcept
+{
+    if (pTo != nullptr && pFrom != nullptr) {
+        CopyRecord(pTo, pFrom);
+    }
+}
+
+// Calls 'act(record)' when there is one.
+template <class Record, class Act>
+inline void IfThere(Record* pRecord, Act act) noexcept
+{
+    if (pRecord != nullptr) {
+        act(*pRecord);
+    }
+}
+
+// Stores a record that was made in place: its bytes go out together, so that a caller who copies the record, or another
+// process, does not wait for parts of it.
+template <class Record>
+inline void CopyRecord(Record* pTo, const Record& sFrom) noexcept
+{
+    CopyRecord(pTo, &sFrom);
+}
+
+// Copies the bytes from 'kOffset' on in parts, each by one store if it has 1, 2, 4, 8 or 16 bytes.  Parts that split no
+// field let another process see each field as it was or as it becomes; the compiler cannot join them and split again.
+template <std::size_t kOffset, std::size_t... kParts, class Record>
+inline void CopyParts(Record* pTo, const Record* pFrom) noexcept
+{
+    auto* pToByte = reinterpret_cast<unsigned char*>(pTo) + kOffset;
+    const auto* pFromByte = reinterpret_cast<const unsigned char*>(pFrom) + kOffset;
+    const auto copyPart = [&]<std::size_t kPart>() {
+        CopyBytes<kPart>(pToByte, pFromByte);
+        pToByte += kPart;
+        pFromByte += kPart;
+        asm volatile("" ::: "memory"); // NOLINT(hicpp-no-assembler)
+    };
+    (copyPart.template operator()<kParts>(), ...);
+}
+
+// Stores what other processes look at first, behind all that was stored before it.
+inline void Publish(uint8_t& bTo, uint8_t bValue) noexcept { __atomic_store_n(&bTo, bValue, __ATOMIC_RELEASE); }
+
 // Stores into a caller's variable, which a packed record may have put anywhere.
 template <class Value>
 inline void StoreAt(Value* pTo, Value value) noexcept
@@ -54,11 +102,11 @@ inline void Clear(Record* pRecord) noexcept
     std::memset(pRecord, 0, sizeof(Record));
 }
 
-// Copies a string into a field: what fits of it, and zeroes to the end.  The two may overlap.
+// Copies at most 'longest' characters of a string into a field, and zeroes to its end.  The two may overlap.
 template <std::size_t kSize>
-inline void StoreName(char (&acField)[kSize], const char* pName) noexcept
+inline void StoreName(char (&acField)[kSize], const char* pName, std::size_t longest = kSize - 1) noexcept
 {
-    const std::size_t length = strnlen(pName, kSize - 1);
+    const std::size_t length = strnlen(pName, longest);
     std::memmove(acField, pName, length);
     std::memset(acField + length, 0, kSize - length);
 }

@@ -1,4 +1,5 @@
-// port_walk.h - the one walk over the switch ports: the slot library's range, then slot 3.
+// port_walk.h - the two ways over the ports: the walk of the switch ports, which is the slot library's range and then
+// slot 3; and slots 1 to 3 as they are numbered.
 #pragma once
 
 #include <algorithm>
@@ -6,10 +7,7 @@
 #include "platform/slot.h"
 #include "swct/types.h"
 
-inline uint8_t FirstSwitchPortSlot() noexcept
-{
-    return Slot__GetFirstSlot(SLOT__KIND_SWITCH_PORTS, 0);
-}
+inline uint8_t FirstSwitchPortSlot() noexcept { return Slot__GetFirstSlot(SLOT__KIND_SWITCH_PORTS, 0); }
 
 // Slot 3 is visited behind the range: a range that reaches it is taken to end at slot 2.
 inline uint8_t LastSwitchPortSlot() noexcept
@@ -22,14 +20,8 @@ struct PortPosition {
     unsigned slot;
     unsigned port;
 
-    uint8_t Slot() const noexcept
-    {
-        return static_cast<uint8_t>(slot);
-    }
-    uint8_t Port() const noexcept
-    {
-        return static_cast<uint8_t>(port);
-    }
+    uint8_t Slot() const noexcept { return static_cast<uint8_t>(slot); }
+    uint8_t Port() const noexcept { return static_cast<uint8_t>(port); }
 };
 
 // The first candidate of a walk that goes on behind a port: slot 0 starts it, port 0 starts its slot.
@@ -40,7 +32,7 @@ inline PortPosition BehindPort(uint8_t bSlot, uint8_t bPort) noexcept
 
 // Moves 'sPosition' to the first port from there on for which 'qualifies(slot, port)' is true; false at the end.
 template <class Qualifies>
-bool FindPort(PortPosition& sPosition, Qualifies qualifies) noexcept
+bool FindWalkedPort(PortPosition& sPosition, Qualifies qualifies) noexcept
 {
     const auto findInSlot = [&] {
         for (; sPosition.port <= SWCT_PORT_MAX; ++sPosition.port) {
@@ -61,16 +53,42 @@ bool FindPort(PortPosition& sPosition, Qualifies qualifies) noexcept
     return findInSlot();
 }
 
-// Calls 'visit(slot, port)' for the ports of slots 1 to 3, in that order, until it answers true; whether it did.
-template <class Visit>
-bool VisitPorts(Visit visit) noexcept
+// Whether 'test(slot, port)' is true for a port of the walk; it is not called behind the first one.
+template <class Test>
+bool AnyWalkedPort(Test test) noexcept
+{
+    PortPosition sPosition = BehindPort(0, 0);
+    return FindWalkedPort(sPosition, test);
+}
+
+template <class Act>
+void ForEachWalkedPort(Act act) noexcept
+{
+    AnyWalkedPort([&act](uint8_t bSlot, uint8_t bPort) {
+        act(bSlot, bPort);
+        return false;
+    });
+}
+
+// The ports of slots 1 to 3, in that order, whatever the slot library says.
+template <class Test>
+bool AnyPort(Test test) noexcept
 {
     for (uint8_t bSlot = 1; bSlot <= SWCT_SLOT_MAX; ++bSlot) {
         for (uint8_t bPort = 1; bPort <= SWCT_PORT_MAX; ++bPort) {
-            if (visit(bSlot, bPort)) {
+            if (test(bSlot, bPort)) {
                 return true;
             }
         }
     }
     return false;
+}
+
+template <class Act>
+void ForEachPort(Act act) noexcept
+{
+    AnyPort([&act](uint8_t bSlot, uint8_t bPort) {
+        act(bSlot, bPort);
+        return false;
+    });
 }

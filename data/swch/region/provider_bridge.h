@@ -1,9 +1,10 @@
 // provider_bridge.h - which ports are what in a provider bridge, and the walk over the objects inside their data.
 #pragma once
 
-#include "memory.h"
+#include <iterator>
+
 #include "port_walk.h"
-#include "swct/switch.h"
+#include "scan.h"
 #include "swct/switch_port.h"
 #include "views.h"
 
@@ -20,6 +21,8 @@ inline uint32_t PbPortType(const SwctData* pData, uint8_t bSlot, uint8_t bPort) 
     const SwctSwitchPort* pPort = SwitchPort(pData, bSlot, bPort);
     return pPort != nullptr && pPort->dwL2PortType != 0 ? pPort->dwPbPortType : 0;
 }
+
+constexpr bool IsCepType(uint32_t dwPbPortType) noexcept { return dwPbPortType == SWCT_PB_PORT_CEP; }
 
 constexpr bool IsNetworkPortType(uint32_t dwPbPortType) noexcept
 {
@@ -44,13 +47,13 @@ auto* CepLayout(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 template <class Data>
 auto* StoredCep(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return StoredPbPortType(pData, bSlot, bPort) == SWCT_PB_PORT_CEP ? &PbData(pData, bSlot, bPort)->sCep : nullptr;
+    return IsCepType(StoredPbPortType(pData, bSlot, bPort)) ? &PbData(pData, bSlot, bPort)->sCep : nullptr;
 }
 
 template <class Data>
 auto* ExistingCep(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
 {
-    return PbPortType(pData, bSlot, bPort) == SWCT_PB_PORT_CEP ? &PbData(pData, bSlot, bPort)->sCep : nullptr;
+    return IsCepType(PbPortType(pData, bSlot, bPort)) ? &PbData(pData, bSlot, bPort)->sCep : nullptr;
 }
 
 template <class Data>
@@ -78,15 +81,59 @@ auto* ManagedNetworkPort(Data* pData, uint8_t bSlot, uint8_t bPort) noexcept
     return IsProviderBridge(pData) ? ExistingNetworkPort(pData, bSlot, bPort) : nullptr;
 }
 
-// The PEP that serves an S-VID: 1 to 16, or 0.  A spoilt index entry counts as none.
-inline uint16_t PepIndexOfSvid(const SwctCepData& sCep, uint16_t wSvid) noexcept
+// The status of a translation that counts as a provider-bridge setting of its port.
+inline constexpr uint32_t kVidTranslationStatus = 3;
+
+// A record in use: its key, or a PEP's S-VID, is not 0.
+struct IsInUse {
+    bool operator()(const SwctCVidRegistration& sRecord) const noexcept { return sRecord.wCVid != 0; }
+    bool operator()(const SwctVidTranslation& sRecord) const noexcept { return sRecord.wLocalVid != 0; }
+    bool operator()(const SwctProviderEdgePort& sRecord) const noexcept { return sRecord.wSvid != 0; }
+};
+
+// The tables inside a port's data; null without data.
+template <class CepData>
+auto* Registrations(CepData* pCep) noexcept
 {
-    if (!IsVlanId(wSvid)) {
-        return 0;
-    }
-    const uint16_t wPepIndex = ReadOnce<uint16_t>(sCep.awPepIndexBySvid[wSvid - 1]);
-    return IsPepIndex(wPepIndex) ? wPepIndex : 0;
+    return pCep != nullptr ? &pCep->aCVidRegistration : nullptr;
 }
+
+template <class CepData>
+auto* ProviderEdgePorts(CepData* pCep) noexcept
+{
+    return pCep != nullptr ? &pCep->aProviderEdgePort : nullptr;
+}
+
+template <class NetworkPortData>
+auto* Translations(NetworkPortData* pNp) noexcept
+{
+    return pNp != nullptr ? &pNp->aVidTranslation : nullptr;
+}
+
+// The record of a key, 1 to the table's length; null for a bad key or without a table.
+template <class Table>
+auto* RecordOf(Table* pTable, uint16_t wKey) noexcept
+{
+    return pTable != nullptr && wKey - 1U < std::size(*pTable) ? &(*pTable)[wKey - 1U] : nullptr;
+}
+
+// The same, but null when it is not in use.
+template <class Table>
+auto* UsedRecordOf(Table* pTable, uint16_t wKey) noexcept
+{
+    auto* pRecord = RecordOf(pTable, wKey);
+    return pRecord != nullptr && IsInUse{}(*pRecord) ? pRecord : nullptr;
+}
+
+// A registration in use with an S-VID.
+struct GoesToSvid {
+    uint16_t wSvid;
+
+    bool operator()(const SwctCVidRegistration& sRecord) const noexcept
+    {
+        return sRecord.wSvid == wSvid && sRecord.wCVid != 0;
+    }
+};
 
 // An object inside a port's data: C-VID, local VID or PEP index are its key.
 struct ObjectPosition {
@@ -95,34 +142,35 @@ struct ObjectPosition {
     uint16_t wKey;
 };
 
-// The second-level walk: moves 'sPosition' to the next object in use, keys 1 to 'kLastKey' of a port, ports in walk
-// order; false at the end.  'open(slot, port)' gives the data of a port that has such objects, else null;
-// 'isInUse(data, key)' tests one.  Slot 0 or port 0 starts at a port.
-template <uint16_t kLastKey, class Open, class IsInUse>
-bool FindNextObject(ObjectPosition& sPosition, Open open, IsInUse isInUse) noexcept
+// The second-level walk: moves 'sPosition' to the next record in use, ports in walk order; false at the end.
+// 'open(slot, port)' gives the table of a port that has such objects, else null.  Slot 0 or port 0 starts at a port.
+template <class Open>
+bool FindNextObject(ObjectPosition& sPosition, Open open) noexcept
 {
-    const auto findInPort = [&](uint8_t bSlot, uint8_t bPort, unsigned key) {
-        const auto* pData = open(bSlot, bPort);
-        for (; pData != nullptr && key <= kLastKey; ++key) {
-            if (isInUse(*pData, static_cast<uint16_t>(key))) {
-                sPosition = {bSlot, bPort, static_cast<uint16_t>(key)};
-                return true;
-            }
+    const auto findInPort = [&](uint8_t bSlot, uint8_t bPort, std::size_t first) {
+        const auto* pTable = open(bSlot, bPort);
+        if (pTable == nullptr) {
+            return false;
         }
-        return false;
+        const std::size_t index = FindRecord(*pTable, first, IsInUse{});
+        if (index >= sizeof *pTable / sizeof **pTable) {
+            return false;
+        }
+        sPosition = {bSlot, bPort, static_cast<uint16_t>(index + 1)};
+        return true;
     };
     // Behind the key in its own port; slot 0 or port 0 is none.
-    if (findInPort(sPosition.bSlot, sPosition.bPort, sPosition.wKey + 1U)) {
+    if (findInPort(sPosition.bSlot, sPosition.bPort, sPosition.wKey)) {
         return true;
     }
     PortPosition sPort = BehindPort(sPosition.bSlot, sPosition.bPort);
-    return FindPort(sPort, [&](uint8_t bSlot, uint8_t bPort) { return findInPort(bSlot, bPort, 1); });
+    return FindWalkedPort(sPort, [&](uint8_t bSlot, uint8_t bPort) { return findInPort(bSlot, bPort, 0); });
 }
 
 // The PEP objects are walked by their own iterator and by that of the priorities below them.
-inline bool FindNextProviderEdgePort(ObjectPosition& sPosition) noexcept
+inline bool FindNextProviderEdgePort(const SwctData* pData, ObjectPosition& sPosition) noexcept
 {
-    return FindNextObject<SWCT_PEP_MAX>(
-        sPosition, [](uint8_t bSlot, uint8_t bPort) { return ManagedCep(pSwctRead, bSlot, bPort); },
-        [](const SwctCepData& sCep, uint16_t wIndex) { return sCep.aProviderEdgePort[wIndex - 1].wSvid != 0; });
+    return FindNextObject(sPosition, [pData](uint8_t bSlot, uint8_t bPort) {
+        return ProviderEdgePorts(ManagedCep(pData, bSlot, bPort));
+    });
 }

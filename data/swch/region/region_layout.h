@@ -14,11 +14,8 @@ struct LayoutRow {
     const char* pMeaning;
 };
 
-#define SWCT_ROW(type, field, meaning)                              \
-    LayoutRow                                                       \
-    {                                                               \
-#field, offsetof(type, field), sizeof(type::field), meaning \
-    }
+#define SWCT_ROW(type, field, meaning) \
+    LayoutRow { #field, offsetof(type, field), sizeof(type::field), meaning }
 
 inline constexpr LayoutRow kRegionMembers[] = {
     SWCT_ROW(SwctData, sSwitch, "switch attributes and statistics"),
@@ -208,19 +205,3 @@ constexpr bool IsLayoutGapless()
     return true;
 }
 static_assert(IsLayoutGapless());
-
-// The offsets of the region's members are the interface between processes.
-constexpr std::size_t kMemberOffsets[] = {0,      155,    646175,  659495,  659496,  659498,
-                                          659502, 659504, 1568594, 1569014, 1569299, 2741939};
-static_assert(sizeof(kMemberOffsets) / sizeof(kMemberOffsets[0]) == sizeof(kRegionMembers) / sizeof(kRegionMembers[0]));
-
-constexpr bool AreMembersInPlace()
-{
-    for (std::size_t i = 0; i < sizeof(kMemberOffsets) / sizeof(kMemberOffsets[0]); ++i) {
-        if (kRegionMembers[i].offset != kMemberOffsets[i]) {
-            return false;
-        }
-    }
-    return true;
-}
-static_assert(AreMembersInPlace());

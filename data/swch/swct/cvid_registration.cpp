@@ -1,6 +1,8 @@
+// Changes of the C-VID registrations of a CEP and of their default.
 #include "swct/cvid_registration.h"
 
-#include "region/pep_summary.h"
+#include "region/derived.h"
+#include "region/provider_bridge.h"
 #include "region/trace.h"
 
 namespace {
@@ -14,11 +16,7 @@ SwctCepData* CepToChange(SwctCVidRegistrationMoid sMoid) noexcept
 // The record of an existing registration object in the write view, or null.
 SwctCVidRegistration* ExistingRecord(SwctCVidRegistrationMoid sMoid) noexcept
 {
-    SwctCepData* pCep = IsPbVid(sMoid.wCVid) ? ManagedCep(pSwctWrite, sMoid.bSlot, sMoid.bPort) : nullptr;
-    if (pCep == nullptr || pCep->aCVidRegistration[sMoid.wCVid - 1].wCVid == 0) {
-        return nullptr;
-    }
-    return &pCep->aCVidRegistration[sMoid.wCVid - 1];
+    return UsedRecordOf(Registrations(ManagedCep(pSwctWrite, sMoid.bSlot, sMoid.bPort)), sMoid.wCVid);
 }
 
 } // namespace
@@ -31,7 +29,7 @@ void Swct_CreateCVidRegistration(SwctCVidRegistrationMoid sMoid, const SwctCVidR
     }
     const uint16_t wSvid = ReadOnce<uint16_t>(pRecord->wSvid);
     CopyRecord(&pCep->aCVidRegistration[sMoid.wCVid - 1], pRecord);
-    CountCVid(*pCep, wSvid, sMoid.wCVid);
+    CountCVid(*pCep, PepIndexOfSvid(*pCep, wSvid), sMoid.wCVid);
 }
 
 void Swct_WriteCVidRegistration(SwctCVidRegistrationMoid sMoid, const SwctCVidRegistration* pRecord) noexcept
@@ -48,10 +46,10 @@ void Swct_WriteCVidRegistration(SwctCVidRegistrationMoid sMoid, const SwctCVidRe
         return;
     }
     const uint16_t wOldPep = PepIndexOfSvid(*pCep, wOldSvid);
-    if (wOldPep != 0 && UncountCVid(*pCep, wOldPep, sMoid.wCVid)) {
-        pCep->awFirstCVidInPep[wOldPep - 1] = FindCVidOfSvid(*pCep, wOldSvid, 0);
+    if (UncountCVid(*pCep, wOldPep, sMoid.wCVid)) {
+        pCep->awFirstCVidInPep[wOldPep - 1] = NthKey(pCep->aCVidRegistration, 1, GoesToSvid{wOldSvid});
     }
-    CountCVid(*pCep, wNewSvid, sMoid.wCVid);
+    CountCVid(*pCep, PepIndexOfSvid(*pCep, wNewSvid), sMoid.wCVid);
 }
 
 void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) noexcept
@@ -63,9 +61,13 @@ void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) noexcept
     SwctCVidRegistration& sStored = pCep->aCVidRegistration[sMoid.wCVid - 1];
     const uint16_t wSvid = ReadOnce<uint16_t>(sStored.wSvid);
     const uint16_t wPepIndex = PepIndexOfSvid(*pCep, wSvid);
-    if (wPepIndex != 0 && UncountCVid(*pCep, wPepIndex, sMoid.wCVid)) {
+    if (UncountCVid(*pCep, wPepIndex, sMoid.wCVid)) {
         SWCT_DEBUG(6, "Deleted C-VID is first in PEP");
-        const uint16_t wNext = FindCVidOfSvid(*pCep, wSvid, sMoid.wCVid);
+        // From C-VID 1 on: a registration below the first one may have come before its PEP did.
+        const auto isNext = [wSvid, &sStored](const SwctCVidRegistration& sRecord) {
+            return sRecord.wSvid == wSvid && &sRecord != &sStored && sRecord.wCVid != 0;
+        };
+        const uint16_t wNext = NthKey(pCep->aCVidRegistration, 1, isNext);
         if (wNext != 0) {
             SWCT_DEBUG(6, "New first C-VID: %d", wNext);
             pCep->awFirstCVidInPep[wPepIndex - 1] = wNext;
@@ -76,16 +78,12 @@ void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) noexcept
 
 void Swct_CVidRegistration_SetUntaggedCEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) noexcept
 {
-    if (SwctCVidRegistration* pRecord = ExistingRecord(sMoid)) {
-        pRecord->boUntaggedCep = boValue;
-    }
+    IfThere(ExistingRecord(sMoid), [=](SwctCVidRegistration& sRecord) { sRecord.boUntaggedCep = boValue; });
 }
 
 void Swct_CVidRegistration_SetUntaggedPEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) noexcept
 {
-    if (SwctCVidRegistration* pRecord = ExistingRecord(sMoid)) {
-        pRecord->boUntaggedPep = boValue;
-    }
+    IfThere(ExistingRecord(sMoid), [=](SwctCVidRegistration& sRecord) { sRecord.boUntaggedPep = boValue; });
 }
 
 void Swct_CreateDefaultCVidRegistration(SwctPortMoid sMoid, const SwctDefaultCVidRegistration* pRecord) noexcept
@@ -95,15 +93,12 @@ void Swct_CreateDefaultCVidRegistration(SwctPortMoid sMoid, const SwctDefaultCVi
 
 void Swct_WriteDefaultCVidRegistration(SwctPortMoid sMoid, const SwctDefaultCVidRegistration* pRecord) noexcept
 {
-    SwctCepData* pCep = ExistingCep(pSwctWrite, sMoid.bSlot, sMoid.bPort);
-    if (pCep != nullptr && pRecord != nullptr) {
-        CopyRecord(&pCep->sDefaultCVidRegistration, pRecord);
-    }
+    IfThere(ExistingCep(pSwctWrite, sMoid.bSlot, sMoid.bPort),
+            [pRecord](SwctCepData& sCep) { CopyIfThere(&sCep.sDefaultCVidRegistration, pRecord); });
 }
 
 void Swct_DeleteDefaultCVidRegistration(SwctPortMoid sMoid) noexcept
 {
-    if (SwctCepData* pCep = ExistingCep(pSwctWrite, sMoid.bSlot, sMoid.bPort)) {
-        Clear(&pCep->sDefaultCVidRegistration);
-    }
+    static constexpr SwctDefaultCVidRegistration kNone{};
+    Swct_WriteDefaultCVidRegistration(sMoid, &kNone);
 }

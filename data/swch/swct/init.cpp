@@ -1,4 +1,5 @@
 // Creating the region and filling it with its defaults.
+#include "region/defaults.h"
 #include "region/memory.h"
 #include "region/trace.h"
 #include "region/views.h"
@@ -26,22 +27,22 @@ void Swct_Init() noexcept
     for (uint16_t wVlanId = 1; wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
         Swct_InitVlan(wVlanId);
     }
-    Swct_Switch_SetAgeingTime(300);
-    Swct_Switch_SetSwitchMode(SWCT_SWITCH_MODE_PROVIDER_BRIDGE);
-    Swct_Switch__SetVlanEtherType(3);
-    Swct_Switch__SetVlanEtherType1(0x88A8);
-    Swct_Switch__SetVlanEtherType2(0x8100);
-    Swct_Switch__SetVlanEtherType3(0x9100);
-    Swct_Switch__SetVlanEtherType4(0x9200);
-    Swct_Switch__SetL2cpTunnellingMode(2);
-    Swct_Switch__SetL2cpPriority(5);
-    Swct_Switch__SetLagSystemPriority(1);
-    Swct_Switch__SetBridgeName("");
+    Swct_Switch_SetAgeingTime(kDefaultSwitch.dwAgeingTime);
+    Swct_Switch_SetSwitchMode(kDefaultSwitch.dwSwitchMode);
+    Swct_Switch__SetVlanEtherType(kDefaultSwitch.dwBridgeVlanEtherType);
+    Swct_Switch__SetVlanEtherType1(kDefaultSwitch.wEtherType1);
+    Swct_Switch__SetVlanEtherType2(kDefaultSwitch.wEtherType2);
+    Swct_Switch__SetVlanEtherType3(kDefaultSwitch.wEtherType3);
+    Swct_Switch__SetVlanEtherType4(kDefaultSwitch.wEtherType4);
+    Swct_Switch__SetL2cpTunnellingMode(kDefaultSwitch.dwL2cpTunnellingMode);
+    Swct_Switch__SetL2cpPriority(kDefaultSwitch.dwL2cpPriority);
+    Swct_Switch__SetLagSystemPriority(kDefaultSwitch.wLagSystemPriority);
+    Swct_Switch__SetBridgeName(kDefaultSwitch.acBridgeName);
     Swct_Switch_SetSwitchUpTime();
-    Swct_Switch_SetUnicastForwardingTableMaxSize(322);
-    Swct_Switch_SetStaticUnicastForwardingMaxEntries(64);
-    Swct_SetHrlb(2);
-    Swct_Switch__SetGLagDistribution(1);
+    Swct_Switch_SetUnicastForwardingTableMaxSize(kDefaultSwitch.wUnicastForwardingTableMaxSize);
+    Swct_Switch_SetStaticUnicastForwardingMaxEntries(kDefaultSwitch.bStaticUnicastForwardingMaxEntries);
+    Swct_SetHrlb(kDefaultHrlb);
+    Swct_Switch__SetGLagDistribution(kDefaultSwitch.dwGLagDistribution);
     Swct_InitializeQueueStatisticsHistorical15m();
     Swct_InitializeQueueStatisticsHistorical24h();
 }

@@ -1,5 +1,7 @@
+// Changes of the inner tags of VLAN interfaces.
 #include "swct/inner_tag.h"
 
+#include "region/defaults.h"
 #include "region/trace.h"
 #include "region/views.h"
 
@@ -13,24 +15,14 @@ void Swct_UpdateVlanIfInnerTag(SwctVlanMoid sMoid, const SwctVlanIfInnerTag* pIn
         SWCT_ERROR(kErrorPlain, "Tried to Update VlanIfInnerTag!VLAN %d doesn't exist!\n", sMoid.wVlanId);
         return;
     }
-    pStored->dwInnerTagEnable = pInnerTag->dwInnerTagEnable;
-    pStored->wInnerVlanId = pInnerTag->wInnerVlanId;
-    pStored->dwInnerPriorityEnable = pInnerTag->dwInnerPriorityEnable;
-    pStored->dwInnerPriority = pInnerTag->dwInnerPriority;
-    pStored->bInnerTagParam = pInnerTag->bInnerTagParam;
+    StoreInnerTag(*pStored, *pInnerTag);
 }
 
 void Swct_InitVLanIfInnerTag(uint16_t wVlanId) noexcept
 {
-    SwctVlanIfInnerTag* pStored = Swct_GetVlanInnerTagWPtr(wVlanId);
-    if (pStored == nullptr) {
-        return;
+    if (SwctVlanIfInnerTag* pStored = Swct_GetVlanInnerTagWPtr(wVlanId)) {
+        StoreInnerTag(*pStored, kInnerTagOfInterface);
     }
-    pStored->dwInnerTagEnable = SWCT_INNER_TAG_OFF;
-    pStored->wInnerVlanId = 0;
-    pStored->dwInnerPriorityEnable = SWCT_INNER_TAG_OFF;
-    pStored->dwInnerPriority = 8;
-    pStored->bInnerTagParam = 0;
 }
 
 void Swct_DeleteVlanIfInnerTag(uint16_t wVlanId) noexcept

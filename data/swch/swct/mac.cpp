@@ -1,41 +1,25 @@
+// Changes of the MAC addresses.
 #include "swct/mac.h"
 
+#include "region/defaults.h"
 #include "region/memory.h"
 #include "region/views.h"
 
-namespace {
-
-constexpr uint8_t kDefaultTunnel[2] = {0xA0, 0xAD};
-
-} // namespace
-
 void Swct_SetBridgeMacAddress(const SwctMacAddress* pMac) noexcept
 {
-    if (pSwctWrite != nullptr && pMac != nullptr) {
-        CopyRecord(&pSwctWrite->sSwitch.sAttributes.sBridgeMacAddress, pMac);
-    }
+    IfThere(pSwctWrite, [pMac](SwctData& sData) { CopyIfThere(&sData.sSwitch.sAttributes.sBridgeMacAddress, pMac); });
 }
 
-void Swct_SetBridgeMacAddressDefault() noexcept
-{
-    if (pSwctWrite != nullptr) {
-        Clear(&pSwctWrite->sSwitch.sAttributes.sBridgeMacAddress);
-    }
-}
+void Swct_SetBridgeMacAddressDefault() noexcept { Swct_SetBridgeMacAddress(&kDefaultSwitch.sBridgeMacAddress); }
 
 void Swct_SetL3MacAddress(const SwctMacAddress* pMac) noexcept
 {
-    if (pSwctWrite != nullptr && pMac != nullptr) {
-        CopyRecord(&pSwctWrite->sSwitch.sAttributes.sL3MacAddress, pMac);
-    }
+    IfThere(pSwctWrite, [pMac](SwctData& sData) { CopyIfThere(&sData.sSwitch.sAttributes.sL3MacAddress, pMac); });
 }
 
 void Swct_SetL3MacAddressDefault() noexcept
 {
-    if (pSwctWrite != nullptr) {
-        SwctSwitchAttributes& sAttributes = pSwctWrite->sSwitch.sAttributes;
-        sAttributes.sL3MacAddress = sAttributes.sBridgeMacAddress;
-    }
+    IfThere(pSwctWrite, [](SwctData& sData) { Swct_SetL3MacAddress(&sData.sSwitch.sAttributes.sBridgeMacAddress); });
 }
 
 void Swct_SetL2cpMacDestTunnel(const uint8_t* pBytes) noexcept
@@ -45,7 +29,4 @@ void Swct_SetL2cpMacDestTunnel(const uint8_t* pBytes) noexcept
     }
 }
 
-void Swct_SetL2cpMacDestTunnelDefault() noexcept
-{
-    Swct_SetL2cpMacDestTunnel(kDefaultTunnel);
-}
+void Swct_SetL2cpMacDestTunnelDefault() noexcept { Swct_SetL2cpMacDestTunnel(kDefaultSwitch.abL2cpMacDestTunnel); }

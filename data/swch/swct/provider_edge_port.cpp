@@ -1,5 +1,7 @@
+// Changes of the provider edge ports of a CEP.
 #include "swct/provider_edge_port.h"
 
+#include "region/derived.h"
 #include "region/provider_bridge.h"
 #include "region/trace.h"
 
@@ -11,19 +13,6 @@ SwctCepData* CepToChange(SwctProviderEdgePortMoid sMoid) noexcept
     return IsPepIndex(sMoid.wPepIndex) ? ExistingCep(pSwctWrite, sMoid.bSlot, sMoid.bPort) : nullptr;
 }
 
-void SetIndexEntry(SwctCepData& sCep, uint16_t wSvid, uint16_t wPepIndex) noexcept
-{
-    if (IsVlanId(wSvid)) {
-        sCep.awPepIndexBySvid[wSvid - 1] = wPepIndex;
-    }
-}
-
-void ClearSummary(SwctCepData& sCep, uint16_t wPepIndex) noexcept
-{
-    sCep.awNbrOfCVidInPep[wPepIndex - 1] = 0;
-    sCep.awFirstCVidInPep[wPepIndex - 1] = 0;
-}
-
 } // namespace
 
 void Swct_CreateProviderEdgePort(SwctProviderEdgePortMoid sMoid, const SwctProviderEdgePort* pRecord) noexcept
@@ -31,7 +20,7 @@ void Swct_CreateProviderEdgePort(SwctProviderEdgePortMoid sMoid, const SwctProvi
     SwctCepData* pCep = CepToChange(sMoid);
     if (pCep != nullptr && pRecord != nullptr) {
         Swct_WriteProviderEdgePort(sMoid, pRecord);
-        ClearSummary(*pCep, sMoid.wPepIndex);
+        ClearSummaries(*pCep, sMoid.wPepIndex);
     }
 }
 
@@ -43,7 +32,7 @@ void Swct_WriteProviderEdgePort(SwctProviderEdgePortMoid sMoid, const SwctProvid
     }
     const uint16_t wSvid = ReadOnce<uint16_t>(pRecord->wSvid);
     CopyRecord(&pCep->aProviderEdgePort[sMoid.wPepIndex - 1], pRecord);
-    SetIndexEntry(*pCep, wSvid, sMoid.wPepIndex);
+    SetPepIndexOfSvid(pCep->awPepIndexBySvid, wSvid, sMoid.wPepIndex);
 }
 
 void Swct_DeleteProviderEdgePort(SwctProviderEdgePortMoid sMoid) noexcept
@@ -56,6 +45,6 @@ void Swct_DeleteProviderEdgePort(SwctProviderEdgePortMoid sMoid) noexcept
     SwctProviderEdgePort& sStored = pCep->aProviderEdgePort[sMoid.wPepIndex - 1];
     const uint16_t wSvid = ReadOnce<uint16_t>(sStored.wSvid);
     Clear(&sStored);
-    SetIndexEntry(*pCep, wSvid, 0);
-    ClearSummary(*pCep, sMoid.wPepIndex);
+    SetPepIndexOfSvid(pCep->awPepIndexBySvid, wSvid, 0);
+    ClearSummaries(*pCep, sMoid.wPepIndex);
 }

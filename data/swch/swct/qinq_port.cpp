@@ -1,3 +1,4 @@
+// Changes of the QinQ ports.
 #include "swct/qinq_port.h"
 
 #include "region/memory.h"
@@ -5,10 +6,7 @@
 
 void Swct_WriteQinQPort(SwctPortMoid sMoid, const SwctQinQPort* pRecord) noexcept
 {
-    SwctQinQPort* pStored = QinQPort(pSwctWrite, sMoid.bSlot, sMoid.bPort);
-    if (pStored != nullptr && pRecord != nullptr) {
-        CopyRecord(pStored, pRecord);
-    }
+    CopyIfThere(QinQPort(pSwctWrite, sMoid.bSlot, sMoid.bPort), pRecord);
 }
 
 void Swct_CreateQinQPort(SwctPortMoid sMoid, const SwctQinQPort* pRecord) noexcept
@@ -18,21 +16,16 @@ void Swct_CreateQinQPort(SwctPortMoid sMoid, const SwctQinQPort* pRecord) noexce
 
 void Swct_DeleteQinQPort(SwctPortMoid sMoid) noexcept
 {
-    if (SwctQinQPort* pStored = QinQPort(pSwctWrite, sMoid.bSlot, sMoid.bPort)) {
-        Clear(pStored);
-    }
+    IfThere(QinQPort(pSwctWrite, sMoid.bSlot, sMoid.bPort), [](SwctQinQPort& sStored) { Clear(&sStored); });
 }
 
 void Swct_QinQPort_SetProviderTagVid(uint8_t bSlot, uint8_t bPort, uint16_t wVid) noexcept
 {
-    if (SwctQinQPort* pStored = QinQPort(pSwctWrite, bSlot, bPort)) {
-        pStored->wProviderTagVid = wVid;
-    }
+    IfThere(QinQPort(pSwctWrite, bSlot, bPort), [=](SwctQinQPort& sStored) { sStored.wProviderTagVid = wVid; });
 }
 
 void Swct_QinQPort_SetProviderTagEtherType(uint8_t bSlot, uint8_t bPort, uint32_t dwEtherType) noexcept
 {
-    if (SwctQinQPort* pStored = QinQPort(pSwctWrite, bSlot, bPort)) {
-        pStored->dwProviderTagEtherType = dwEtherType;
-    }
+    IfThere(QinQPort(pSwctWrite, bSlot, bPort),
+            [=](SwctQinQPort& sStored) { sStored.dwProviderTagEtherType = dwEtherType; });
 }

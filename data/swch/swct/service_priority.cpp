@@ -1,6 +1,7 @@
+// Changes of the service priority regeneration of the PEPs.
 #include "swct/service_priority.h"
 
-#include "region/priority_field.h"
+#include "region/derived.h"
 #include "region/provider_bridge.h"
 
 namespace {

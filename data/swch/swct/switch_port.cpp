@@ -1,3 +1,4 @@
+// Changes of the switch ports.
 #include "swct/switch_port.h"
 
 #include "region/memory.h"
@@ -5,10 +6,7 @@
 
 void Swct_WriteSwitchPort(uint8_t bSlot, uint8_t bPort, const SwctSwitchPort* pEntry) noexcept
 {
-    SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort);
-    if (pPort != nullptr && pEntry != nullptr) {
-        CopyRecord(pPort, pEntry);
-    }
+    CopyIfThere(SwitchPort(pSwctWrite, bSlot, bPort), pEntry);
 }
 
 void Swct_CreateSwitchPort(uint8_t bSlot, uint8_t bPort, const SwctSwitchPort* pEntry) noexcept
@@ -18,35 +16,26 @@ void Swct_CreateSwitchPort(uint8_t bSlot, uint8_t bPort, const SwctSwitchPort* p
 
 void Swct_DeleteSwitchPort(uint8_t bSlot, uint8_t bPort) noexcept
 {
-    if (SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort)) {
-        Clear(pPort);
-    }
+    IfThere(SwitchPort(pSwctWrite, bSlot, bPort), [](SwctSwitchPort& sPort) { Clear(&sPort); });
 }
 
 void Swct_SwitchPort_SetPvid(uint8_t bSlot, uint8_t bPort, uint16_t wPvid) noexcept
 {
-    if (SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort)) {
-        pPort->wPvid = wPvid;
-    }
+    IfThere(SwitchPort(pSwctWrite, bSlot, bPort), [=](SwctSwitchPort& sPort) { sPort.wPvid = wPvid; });
 }
 
 void Swct_SetVlanFrameAdmit(uint8_t bSlot, uint8_t bPort, uint32_t dwFrameAdmit) noexcept
 {
-    if (SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort)) {
-        pPort->dwVlanFrameAdmit = dwFrameAdmit;
-    }
+    IfThere(SwitchPort(pSwctWrite, bSlot, bPort),
+            [=](SwctSwitchPort& sPort) { sPort.dwVlanFrameAdmit = dwFrameAdmit; });
 }
 
 void Swct_SwitchPort_SetL2PortType(uint8_t bSlot, uint8_t bPort, uint32_t dwType) noexcept
 {
-    if (SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort)) {
-        pPort->dwL2PortType = dwType;
-    }
+    IfThere(SwitchPort(pSwctWrite, bSlot, bPort), [=](SwctSwitchPort& sPort) { sPort.dwL2PortType = dwType; });
 }
 
 void Swct_SwitchPort_SetPbPortType(uint8_t bSlot, uint8_t bPort, uint32_t dwType) noexcept
 {
-    if (SwctSwitchPort* pPort = SwitchPort(pSwctWrite, bSlot, bPort)) {
-        pPort->dwPbPortType = dwType;
-    }
+    IfThere(SwitchPort(pSwctWrite, bSlot, bPort), [=](SwctSwitchPort& sPort) { sPort.dwPbPortType = dwType; });
 }

@@ -1,7 +1,10 @@
+// Changes of the VLANs.
 #include "swct/vlan.h"
 
 #include <cstdio>
 
+#include "region/defaults.h"
+#include "region/derived.h"
 #include "region/memory.h"
 #include "region/trace.h"
 #include "region/views.h"
@@ -23,7 +26,7 @@ void Swct_CreateVlan(const SwctVlan* pVlan) noexcept
     if (boIsNew) {
         pEntry->dwNbrOfQinQOrPep = 0;
     }
-    sVlan.dwStatus = 2;
+    sVlan.dwStatus = kVlanStatus;
     sVlan.dwCreationTime = Slib__GetTime();
     sVlan.dwVlanParam1 = pVlan->dwVlanParam1;
     sVlan.dwVlanParam2 = pVlan->dwVlanParam2;
@@ -49,24 +52,19 @@ void Swct_InitVlan(uint16_t wVlanId) noexcept
     if (pEntry == nullptr) {
         return;
     }
-    SwctVlan& sVlan = pEntry->sVlanData;
-    sVlan.wVlanId = 0;
     pEntry->boExists = 0;
     pEntry->dwNbrOfQinQOrPep = 0;
-    sVlan.dwStatus = 2;
-    sVlan.dwCreationTime = 0;
-    sVlan.dwVlanParam1 = 1;
-    sVlan.dwVlanParam2 = 2;
-    sVlan.wVlanParam3 = 100;
-    sVlan.dwRowState = 1;
-    sVlan.dwVlanIf = 0;
-    Clear(&sVlan.sMacAddress);
-    SwctVlanIfInnerTag& sInnerTag = pEntry->sInnerTag;
-    sInnerTag.dwInnerTagEnable = SWCT_INNER_TAG_OFF;
-    sInnerTag.wInnerVlanId = 0;
-    sInnerTag.dwInnerPriorityEnable = SWCT_INNER_TAG_OFF;
-    sInnerTag.dwInnerPriority = 1;
-    sInnerTag.bInnerTagParam = 0;
+    SwctVlan& sVlan = pEntry->sVlanData;
+    sVlan.wVlanId = kNoVlan.wVlanId;
+    sVlan.dwStatus = kNoVlan.dwStatus;
+    sVlan.dwCreationTime = kNoVlan.dwCreationTime;
+    sVlan.dwVlanParam1 = kNoVlan.dwVlanParam1;
+    sVlan.dwVlanParam2 = kNoVlan.dwVlanParam2;
+    sVlan.wVlanParam3 = kNoVlan.wVlanParam3;
+    sVlan.dwRowState = kNoVlan.dwRowState;
+    sVlan.dwVlanIf = kNoVlan.dwVlanIf;
+    sVlan.sMacAddress = kNoVlan.sMacAddress;
+    StoreInnerTag(pEntry->sInnerTag, kInnerTagWithoutVlan);
     SWCT_CLEAR_ARRAY(pEntry->adwMembership);
 }
 

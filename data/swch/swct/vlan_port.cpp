@@ -1,3 +1,4 @@
+// Changes of the memberships.
 #include "swct/vlan_port.h"
 
 #include "region/views.h"

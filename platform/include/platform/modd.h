@@ -10,8 +10,9 @@
 extern "C" {
 #endif
 
-/* Non-zero when a module in this mode has Ethernet data ports. */
-PLATFORM_API uint32_t Modd__ModeHasDataPorts(uint32_t dwMode);
+/* Non-zero when a module in this mode has Ethernet data ports.  The answer may be a byte, a bool or a word: callers look
+ * at its low byte. */
+PLATFORM_API uint8_t Modd__ModeHasDataPorts(uint32_t dwMode);
 
 #ifdef __cplusplus
 }

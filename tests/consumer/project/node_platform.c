@@ -74,20 +74,20 @@ uint32_t Slot__GetExpectedMode(uint8_t bSlot)
     return bSlot <= 2 ? 31 : 0;
 }
 
-uint32_t Modd__ModeHasDataPorts(uint32_t dwMode)
+uint8_t Modd__ModeHasDataPorts(uint32_t dwMode)
 {
     return dwMode == 31;
 }
 
-uint32_t Ethp__DoesLagExist(uint8_t bLag)
+uint8_t Ethp__DoesLagExist(uint8_t bLag)
 {
     (void)bLag;
     return 0;
 }
 
-uint32_t Ethp__LagGetLagPortList(uint8_t bLag, struct SwctPortList* pList)
+uint32_t Ethp__LagGetLagPortList(uint8_t bLag, void* pList)
 {
     (void)bLag;
-    pList->bNbrOfPorts = 0;
+    (void)pList;
     return 0;
 }

@@ -26,7 +26,7 @@ SWCT_API void Swct_WriteCVidRegistration(SwctCVidRegistrationMoid sMoid, const S
 SWCT_API void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) SWCT_NOEXCEPT;
 /* The stored record of an existing CEP, in use or not. */
 SWCT_API void Swct_ReadCVidRegistration(SwctCVidRegistrationMoid sMoid, SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
-SWCT_API uint16_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
+SWCT_API uint32_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
 /* Each stores one flag of an existing CEP's record. */
 SWCT_API void Swct_CVidRegistration_SetUntaggedCEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
 SWCT_API void Swct_CVidRegistration_SetUntaggedPEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
@@ -43,7 +43,7 @@ SWCT_API uint32_t Swct_GetSvidFromCvidRegistration(uint8_t bSlot, uint8_t bPort,
 /* On how many ports the C-VID has an effective registration. */
 SWCT_API uint32_t Swct_GetNumberOfCVidRegistrations(uint16_t wCVid) SWCT_NOEXCEPT;
 /* How many C-VIDs of the port go to an S-VID; of the default S-VID all that do not go elsewhere.  Traces at level 6. */
-SWCT_API uint16_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
+SWCT_API uint32_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
 /* The lowest and the second-lowest C-VID of an S-VID as a record: 1 = found, 0 and an all-zero record = none.  Of the
  * default S-VID they are the C-VIDs without a registration. */
 SWCT_API uint32_t Swct_GetFirstCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
@@ -51,7 +51,7 @@ SWCT_API uint32_t Swct_GetFirstCVidRegistrationForSVid(uint8_t bSlot, uint8_t bP
 SWCT_API uint32_t Swct_GetSecondCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                                         SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
 /* The lowest C-VID of an S-VID of an existing CEP, found without the summaries; none: 4095. */
-SWCT_API uint16_t Swct_GetFirstCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
+SWCT_API uint32_t Swct_GetFirstCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
 /* Clear the 512-byte bitmap and set the C-VIDs registered to an S-VID, and those that the default registration takes;
  * 1 when a bit was set. */
 SWCT_API uint32_t Swct_GetBitmapOfCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, uint8_t* pBitmap)
@@ -76,6 +76,6 @@ SWCT_API void Swct_WriteDefaultCVidRegistration(SwctPortMoid sMoid, const SwctDe
     SWCT_NOEXCEPT; /* the same */
 SWCT_API void Swct_ReadDefaultCVidRegistration(SwctPortMoid sMoid, SwctDefaultCVidRegistration* pRecord) SWCT_NOEXCEPT;
 SWCT_API void Swct_DeleteDefaultCVidRegistration(SwctPortMoid sMoid) SWCT_NOEXCEPT;       /* zero-fills the record */
-SWCT_API uint16_t Swct_DefaultCVidRegistration_GetSVid(SwctPortMoid sMoid) SWCT_NOEXCEPT; /* absent: 4095 */
+SWCT_API uint32_t Swct_DefaultCVidRegistration_GetSVid(SwctPortMoid sMoid) SWCT_NOEXCEPT; /* absent: 4095 */
 
 #endif

@@ -18,11 +18,11 @@ SWCT_API uint32_t Swct_DoesSVlanForOnePortExist(uint16_t wSvid, uint8_t bSlot, u
 SWCT_API uint32_t Swct_DoesCepPortInSvlan(uint16_t wSvid, uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 
 /* Relay C-VIDs count where the registration's boRelayCVid is 1. */
-SWCT_API uint16_t Swct_GetRelayCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wCVid) SWCT_NOEXCEPT; /* absent: 0 */
+SWCT_API uint32_t Swct_GetRelayCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wCVid) SWCT_NOEXCEPT; /* absent: 0 */
 /* Whether a C-VID is relayed as 'wRelayCVid' on the port. */
 SWCT_API uint32_t Swct_IsPortMemberOfRelayCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wRelayCVid) SWCT_NOEXCEPT;
 /* The lowest C-VID that is relayed as 'wRelayCVid'; none: 0. */
-SWCT_API uint16_t Swct_GetCVlanFromRelayCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wRelayCVid) SWCT_NOEXCEPT;
+SWCT_API uint32_t Swct_GetCVlanFromRelayCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wRelayCVid) SWCT_NOEXCEPT;
 /* Whether a C-VID of any CEP is relayed as 'wRelayCVid'. */
 SWCT_API uint32_t Swct_DoesRelayedCVlanExist(uint16_t wRelayCVid) SWCT_NOEXCEPT;
 

@@ -107,6 +107,6 @@ SWCT_API uint32_t Swct_SvidIsUsedByVlanIf(uint16_t wSvid) SWCT_NOEXCEPT;
 /* The CES IP interface sits on a port of slot 1 that depends on the expected mode of the slot: whether its CEP has a
  * C-VID for an S-VID, and the S-VID of its C-VID registration (0 = none). */
 SWCT_API uint32_t Swct_SvidIsUsedByCesIpif(uint16_t wSvid) SWCT_NOEXCEPT;
-SWCT_API uint16_t Swct_GetCesSvidByCvid(uint16_t wCVid) SWCT_NOEXCEPT;
+SWCT_API uint32_t Swct_GetCesSvidByCvid(uint16_t wCVid) SWCT_NOEXCEPT;
 
 #endif

@@ -28,7 +28,7 @@ SWCT_API void Swct_WriteProviderEdgePort(SwctProviderEdgePortMoid sMoid, const S
 SWCT_API void Swct_DeleteProviderEdgePort(SwctProviderEdgePortMoid sMoid) SWCT_NOEXCEPT;
 /* The stored record of an existing CEP, in use or not. */
 SWCT_API void Swct_ReadProviderEdgePort(SwctProviderEdgePortMoid sMoid, SwctProviderEdgePort* pRecord) SWCT_NOEXCEPT;
-SWCT_API uint16_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
+SWCT_API uint32_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
 
 /* The PEP of an S-VID on a port: its record, its Moid (whatever the port type); 1 = found. */
 SWCT_API uint32_t Swct_GetProviderEdgePort(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, SwctProviderEdgePort* pRecord)

@@ -36,8 +36,8 @@ SWCT_API SwctPortMoid* Swct_QinQPortMoidIterator(const SwctPortMoid* pMoidPrevio
 
 /* Getters: the absent value unless the record's status is SWCT_QINQ_ENABLED. */
 SWCT_API uint32_t Swct_IsQinQEnabledOnPort(SwctPortMoid sMoid) SWCT_NOEXCEPT;
-SWCT_API uint16_t Swct_GetQinQPortProviderVid(SwctPortMoid sMoid) SWCT_NOEXCEPT;    /* absent: 4095 */
-SWCT_API uint16_t Swct_GetQinQPortPVid(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT; /* the same by slot and port */
+SWCT_API uint32_t Swct_GetQinQPortProviderVid(SwctPortMoid sMoid) SWCT_NOEXCEPT;    /* absent: 4095 */
+SWCT_API uint32_t Swct_GetQinQPortPVid(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT; /* the same by slot and port */
 SWCT_API uint32_t Swct_GetQinQProviderTagPriority(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;         /* absent: 0 */
 SWCT_API uint32_t Swct_IsControlProtocolTunnellingEnabledOnQinQPort(SwctPortMoid sMoid) SWCT_NOEXCEPT; /* stored byte */
 SWCT_API uint32_t Swct_GetQinQControlProtocolTunnellingMac(SwctPortMoid sMoid)

@@ -56,7 +56,7 @@ SWCT_API void Swct_SwitchPort_SetPbPortType(uint8_t bSlot, uint8_t bPort, uint32
 /* The stored enumeration. */
 SWCT_API uint32_t Swct_GetL2PortVlanEtherTypeEnum(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* Enumeration 1: 0x8100, 2: 0xFFFF, 3: 0x88A8, 4: 0x9100, 5: 0x9200, 6: 0x9300, any other: 0x88A8.  Bad key: 0x8100. */
-SWCT_API uint16_t Swct_GetL2PortVlanEtherType(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+SWCT_API uint32_t Swct_GetL2PortVlanEtherType(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 
 /* The next existing port: the slot library's range of slots, then slot 3.  The result keeps the caller's class id. */
 SWCT_API SwctPortMoid* Swct_SwitchPortMoidIterator(const SwctPortMoid* pMoidPrevious) SWCT_NOEXCEPT;

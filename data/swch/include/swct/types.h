@@ -1,7 +1,7 @@
 /* types.h - what all tables share: export marks, key ranges, VLAN bitmaps, Moids.
  *
  * Conventions of the whole interface:
- *  - Booleans are u32 1 or 0 unless a function says otherwise.  A VLAN id (VID) is u16, a slot or port u8.
+ *  - Booleans are u32 1 or 0 unless a function says otherwise.  Arguments: a VLAN id (VID) is u16, a slot or port u8.
  *  - A bad key is no error: pointers are null, tests 0, getters give the absent value that they state, and what
  *    changes the region does nothing.  A missing view (the process has not attached, or only for reading) and a null
  *    pointer count as a bad key, unless a function says otherwise.
@@ -15,6 +15,7 @@
 #ifndef SWCT_TYPES_H
 #define SWCT_TYPES_H
 
+#include <stddef.h>
 #include <stdint.h>
 
 #ifdef __cplusplus
@@ -34,6 +35,8 @@
  * address of a field wider than a byte: it may be misaligned. */
 #define SWCT_PACKED __attribute__((packed))
 #define SWCT_ASSERT_SIZE(type, size) SWCT_STATIC_ASSERT(sizeof(type) == (size), #type " has another size")
+#define SWCT_ASSERT_AT(type, field, offset) \
+    SWCT_STATIC_ASSERT(offsetof(type, field) == (offset), #type "." #field " is elsewhere")
 
 enum {
     SWCT_SLOT_MAX = 3,          /* slots 1 to 3 */

@@ -25,7 +25,7 @@ SWCT_API void Swct_WriteVidTranslation(SwctVidTranslationMoid sMoid, const SwctV
 SWCT_API void Swct_DeleteVidTranslation(SwctVidTranslationMoid sMoid) SWCT_NOEXCEPT;
 /* The stored record of a PNP or CNP, in use or not. */
 SWCT_API void Swct_ReadVidTranslation(SwctVidTranslationMoid sMoid, SwctVidTranslation* pRecord) SWCT_NOEXCEPT;
-SWCT_API uint16_t Swct_VidTranslation_GetRelayVid(SwctVidTranslationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
+SWCT_API uint32_t Swct_VidTranslation_GetRelayVid(SwctVidTranslationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
 
 /* Lookups: the caller's VID becomes 0 when there is none. */
 SWCT_API void Swct_GetRelayVidOfLocalVid(uint8_t bSlot, uint8_t bPort, uint16_t wLocalVid, uint16_t* pwRelayVid)

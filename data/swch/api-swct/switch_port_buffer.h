@@ -1,8 +1,9 @@
-// port_iterator.h - the buffer that the port-keyed iterators share: switch ports and the objects that are switch ports
-// seen under another class.
+// switch_port_buffer.h - the result buffer that the port-keyed iterators share: switch ports, and the objects that are
+// switch ports seen under another class.
 #pragma once
 
-#include "port_walk.h"
+#include "region/memory.h"
+#include "region/port_walk.h"
 
 // Hidden; written by NextSwitchPort only.
 extern SwctPortMoid sSwitchPortMoid;
@@ -16,10 +17,10 @@ SwctPortMoid* NextPort(SwctPortMoid* pBuffer, const SwctPortMoid* pMoidPrevious,
     }
     const uint16_t wClassId = pMoidPrevious->wClassId;
     PortPosition sPosition = BehindPort(pMoidPrevious->bSlot, pMoidPrevious->bPort);
-    if (!FindPort(sPosition, qualifies)) {
+    if (!FindWalkedPort(sPosition, qualifies)) {
         return nullptr;
     }
-    *pBuffer = {wClassId, sPosition.Slot(), sPosition.Port()};
+    CopyRecord(pBuffer, SwctPortMoid{wClassId, sPosition.Slot(), sPosition.Port()});
     return pBuffer;
 }
 

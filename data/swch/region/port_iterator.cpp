@@ -1,3 +1,0 @@
-#include "port_iterator.h"
-
-SwctPortMoid sSwitchPortMoid;
