@@ -9,15 +9,22 @@ class Input {
 public:
     Input(const uint8_t* pBytes, std::size_t size) : pNext(pBytes), pEnd(pBytes + size) {}
 
-    // Whether every byte has been drawn.  Drawing goes on with zeroes then.
+    // Whether every byte has been drawn.  Drawing goes on then: with zeroes, or with numbers that follow from the
+    // bytes.
     bool IsEmpty() const
     {
         return pNext == pEnd;
     }
+    void GoOnWithNumbers()
+    {
+        qwNumber |= 1;
+    }
 
     uint8_t Byte()
     {
-        return IsEmpty() ? uint8_t{0} : *pNext++;
+        const uint8_t bByte = IsEmpty() ? static_cast<uint8_t>(qwNumber >> 56) : *pNext++;
+        qwNumber = qwNumber != 0 ? Next(qwNumber ^ bByte) : 0;
+        return bByte;
     }
 
     template <class Value>
@@ -75,13 +82,18 @@ public:
     }
 
 private:
+    static uint64_t Next(uint64_t qw)
+    {
+        return qw * 6364136223846793005U + 1442695040888963407U;
+    }
+
     // A block of numbers, repeated: a region is filled at the speed of a copy.
     static void FillWith(uint8_t* pBytes, std::size_t size, uint64_t qwState, uint64_t qwMask)
     {
         constexpr std::size_t kBlock = 8 * 1021; // no divisor of a table's length
         const std::size_t first = size < kBlock ? size : kBlock;
         for (std::size_t i = 0; i < first; i += sizeof qwState) {
-            qwState = qwState * 6364136223846793005U + 1442695040888963407U;
+            qwState = Next(qwState);
             const uint64_t qwWord = (qwState ^ qwState >> 29) & qwMask;
             std::memcpy(pBytes + i, &qwWord, first - i < sizeof qwWord ? first - i : sizeof qwWord);
         }
@@ -92,4 +104,5 @@ private:
 
     const uint8_t* pNext;
     const uint8_t* pEnd;
+    uint64_t qwNumber = 0;
 };

@@ -41,7 +41,8 @@ struct Extent {
 // 'variant' 0 and 1 differ in all values.
 inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
 {
-    const auto& [ceps, ports, wVlans, wRegistrations, wTranslations] = sExtent;
+    const unsigned ceps = sExtent.ceps;
+    const unsigned ports = sExtent.ports;
     const auto wBase = static_cast<uint16_t>(variant == 0 ? 8 : 12);
     Configuration requests;
     const auto begin = [&](uint16_t wClass) { requests.emplace_back(wClass, std::vector<uint8_t>()); };
@@ -53,7 +54,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
         Add(requests, uint64_t{0});
     };
     const auto forVlans = [&](auto act) {
-        for (auto wVlanId = static_cast<uint16_t>(wBase - 7); wVlanId < wBase - 7 + wVlans; ++wVlanId) {
+        for (auto wVlanId = static_cast<uint16_t>(wBase - 7); wVlanId < wBase - 7 + sExtent.wVlans; ++wVlanId) {
             act(wVlanId);
         }
         Add(requests, uint64_t{0});
@@ -88,7 +89,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
     });
     begin(369);
     forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
-        for (uint16_t wCVid = 1; wCVid <= wRegistrations; ++wCVid) {
+        for (uint16_t wCVid = 1; wCVid <= sExtent.wRegistrations; ++wCVid) {
             auto sRecord = Filled<SwctCVidRegistration>(variant);
             sRecord.wCVid = wCVid;
             sRecord.wSvid = static_cast<uint16_t>(wBase + 1 + wCVid % 16);
@@ -101,7 +102,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
     Add(requests, sSwitch);
     begin(206);
     forVlans([&](uint16_t wVlanId) {
-        const SwctVlanPortAttributes sBody{1, 1, 1, variant + 1U};
+        const SwctVlanPortAttributes sBody{1, 1, 1, static_cast<uint32_t>(variant) + 1};
         Add(requests, SwctVlanPortRecord{{206, wVlanId, static_cast<uint8_t>(wVlanId % 3 + 1), 1}, sBody});
     });
     begin(427);
@@ -115,7 +116,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
     });
     begin(437);
     forPorts(ceps, ports, [&](uint8_t bSlot, uint8_t bPort, unsigned) {
-        for (uint16_t wLocalVid = 1; wLocalVid <= wTranslations; ++wLocalVid) {
+        for (uint16_t wLocalVid = 1; wLocalVid <= sExtent.wTranslations; ++wLocalVid) {
             auto sRecord = Filled<SwctVidTranslation>(variant);
             sRecord.wLocalVid = wLocalVid;
             sRecord.wRelayVid = static_cast<uint16_t>(wBase + wLocalVid);
@@ -131,7 +132,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
         Add(requests, SwctVlanIfInnerTagRecord{{769, wVlanId}, Filled<SwctVlanIfInnerTag>(variant)});
     });
     begin(867);
-    Add(requests, variant + 1U);
+    Add(requests, static_cast<uint32_t>(variant) + 1);
     return requests;
 }
 
