@@ -14,9 +14,10 @@
     X(Swct_ReadVlan)                                                                                                  \
     X(Swct_GetVlanInfo)                                                                                               \
     X(Swct_SwitchPort_GetPvid)                                                                                        \
-    X(Swct_GetProviderEdgePort) X(Swct_GetCVidRegistration) X(Swct_GetPortMembersOfVlan)                              \
-        X(Swct_GetFreeProviderEdgePortMoid) X(Swct_GetPortVlanList) X(Swct_GetConfiguredVlans)                        \
-            X(Swct_GetPortVlanBitMap) X(Swct_GetBitmapOfCVidRegisteredToSVid) X(Swct_GetConfiguredCVlans)             \
+    X(Swct_GetProviderEdgePort)                                                                                       \
+    X(Swct_GetCVidRegistration) X(Swct_GetPortMembersOfVlan) X(Swct_GetFreeProviderEdgePortMoid)                      \
+        X(Swct_GetPortVlanList) X(Swct_GetConfiguredVlans) X(Swct_GetPortVlanBitMap)                                  \
+            X(Swct_GetBitmapOfCVidRegisteredToSVid) X(Swct_GetConfiguredCVlans)                                       \
                 X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) X(Swct_GetCepSVlanList)                                \
                     X(Swct_GetBitmapOfQinQProviderVlanThatDoTunnel) X(Swct_IsPortMemberOfAnyVlan)                     \
                         X(Swct_IsPortMemberOfJustOneVlan) X(Swct_DoesVlanHaveCVidRegistrations)                       \
