@@ -14,6 +14,9 @@ if(NOT CMAKE_BUILD_TYPE)
 endif()
 
 add_compile_options(-Wall -Wextra -Wpedantic -Wshadow -Wconversion -Werror)
+if(CMAKE_CXX_COMPILER_ID MATCHES "Clang")
+    add_compile_options(-Wno-format-security) # texts that templates make are formats that it cannot see through
+endif()
 # Trace points and assertions name sources relative to the project.
 add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 
