@@ -58,7 +58,7 @@ def value(chance: random.Random, depth: int = 0) -> Any:
 
 
 def fitting(chance: random.Random, kind: Any) -> Any:
-    """An argument as a C program may give it: any number, any record, null or enough room."""
+    """An argument as a C program may give it: any number, any record, null or enough room; (owner, memory)."""
     if kind.kind == "primitive":
         bits = 8 * ffi.sizeof(kind)
         return chance.choice((0, 1, 2, 3, 5, chance.randrange(18), chance.randrange(4097), 2**31)) % 2**bits
@@ -67,4 +67,4 @@ def fitting(chance: random.Random, kind: Any) -> Any:
     room = ffi.new("char[]", 8192 if kind.kind == "pointer" else ffi.sizeof(kind))
     ffi.buffer(room)[:] = (chance.randbytes(len(room) - 1) if chance.random() < 0.5 else bytes(len(room) - 1)) + b"\0"
     pointer = ffi.cast(kind if kind.kind == "pointer" else f"{kind.cname} *", room)
-    return (room, pointer) if kind.kind == "pointer" else (pointer, pointer[0])
+    return room, pointer if kind.kind == "pointer" else pointer[0]
