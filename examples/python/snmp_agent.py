@@ -3,9 +3,9 @@
 
     pass_persist .1.3.6.1.2.1.17.7.1.4.3.1 /usr/bin/python3 /usr/share/piovios/examples/python/snmp_agent.py
 
-That line goes into snmpd.conf. The agent answers names, egress ports, untagged ports and row status. Bridge port (slot - 1) * 5 + port stands for slot/port.
-Nothing can be set. Where the region is missing, or was made anew, the agent ends with a line on its standard error
-output, and snmpd starts it again with the next request.
+That line goes into snmpd.conf. The agent answers names, egress ports, untagged ports and row status; bridge port
+(slot - 1) * 5 + port stands for slot/port. Nothing can be set. Where the region is missing, or was made anew, the agent
+ends with a line on its standard error output, and snmpd starts it again with the next request.
 """
 import sys
 from typing import Optional

@@ -6,7 +6,7 @@ import piovios
 
 ffi = piovios.ffi
 CLASSES = (176, 177, 205, 469, 514, 369, 206, 427, 437, 538, 769, 867)  # in the order of the exchange
-NAMES = *map(str.encode, ("gästehaus", "", "α" * 40, "x" * 80, "line\nfeed", 'quo"te\\')), b"\xff\xfe raw", b"y" * 81
+NAMES = *map(str.encode, ("gästehaus ", "", "α" * 40, "x" * 80, "line\nfeed", 'quo"te\\')), b"\xff\xfe raw", b"y" * 81
 
 
 def put_random(node: piovios.Node, chance: random.Random) -> None:
