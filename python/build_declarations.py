@@ -28,10 +28,11 @@ typedef struct { uint8_t ab[10]; } Passed10;
 def preprocess(compiler: str, includes: list[pathlib.Path]) -> str:
     """The declarations of the headers as cffi reads them: without attributes, assertions and system headers."""
     with tempfile.TemporaryDirectory() as empty:
-        pathlib.Path(empty, "stdint.h").touch()
+        for name in ("stddef.h", "stdint.h"):  # cffi knows what they declare
+            pathlib.Path(empty, name).touch()
         command = [compiler, "-E", "-P", "-nostdinc", "-D__attribute__(x)=", "-x", "c", f"-I{empty}"]
         command += [f"-I{path}" for path in includes] + ["-"]
-        text = subprocess.run(command, input=SOURCE, capture_output=True, text=True, check=True).stdout
+        text = subprocess.run(command, input=SOURCE, stdout=subprocess.PIPE, text=True, check=True).stdout
     return re.sub(r"_Static_assert\s*\(.*?\)\s*;", "", text, flags=re.S)
 
 
