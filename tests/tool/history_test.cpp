@@ -88,6 +88,7 @@ TEST_F(HistoryTest, KeepsGapsAndSumsWhatIsThere)
     EXPECT_EQ(oldest.counters[2], 16U);
     EXPECT_FALSE(oldest.hasWrapped[2]);
     EXPECT_EQ(ReadHistory(kRing15m, queue, 3).periods.size(), 3U); // nothing there behind the second
+    EXPECT_EQ(ReadHistory(kRing15m, queue, 4).periods.size(), 5U);
     Swct_ClearQueueStatisticsHistorical15m(1, 2, 3);
     EXPECT_TRUE(ReadHistory(kRing15m, queue, 96).periods.empty());
 }
