@@ -16,7 +16,6 @@ file(CONFIGURE OUTPUT ${PROJECT_BINARY_DIR}/operations/operations.inc CONTENT "$
 set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS ${PROJECT_SOURCE_DIR}/data/swch/piovios.map)
 
 # The table of all operations, for whoever calls them all.
-add_library(piovios-operations INTERFACE)
-target_sources(piovios-operations INTERFACE ${PROJECT_SOURCE_DIR}/fuzz/operations.cpp)
-target_include_directories(piovios-operations INTERFACE
+add_library(piovios-operations STATIC ${PROJECT_SOURCE_DIR}/fuzz/operations.cpp)
+target_include_directories(piovios-operations PUBLIC
     ${PROJECT_SOURCE_DIR}/fuzz ${PROJECT_SOURCE_DIR}/tests ${PROJECT_SOURCE_DIR}/data/swch/include ${PROJECT_BINARY_DIR}/operations)

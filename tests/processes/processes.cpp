@@ -1,5 +1,5 @@
 // Several processes and one region: readers beside a writer, and what a careless, dead or hostile neighbour leaves.
-//   processes [--seconds N]     how long each of the tests that go by time runs; 2 by default
+//   processes [--seconds N]     how long the tests that go by time run together; 8 by default
 #include <gtest/gtest.h>
 
 #include <fcntl.h>
@@ -34,7 +34,7 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-long secondsOfATest = 2;
+long seconds = 8; // half of them for the killed processes, a quarter for the others
 
 // What the processes of a test share.
 struct Shared {
@@ -164,7 +164,7 @@ void ReadWhileWriting(Shared& sShared, bool boChecksBytes, Write write)
 {
     SetRules(sShared.abRule);
     ASSERT_EQ(InChild([&] { return MakeImages(sShared.aImage); }), 0);
-    const auto deadline = Clock::now() + std::chrono::seconds(secondsOfATest);
+    const auto deadline = Clock::now() + std::chrono::seconds(seconds) / 4;
     const pid_t iWriter = Start([&] {
         Swct_CdbmOpen();
         // A reader that fell never reports: the writer does not wait for it for ever.
@@ -187,7 +187,11 @@ void ReadWhileWriting(Shared& sShared, bool boChecksBytes, Write write)
     for (unsigned reader = 0; reader < kReaders; ++reader) {
         EXPECT_EQ(sShared.aqwDigest[reader], sShared.aqwDigest[kReaders]);
     }
-    std::printf("%llu reader rounds\n", static_cast<unsigned long long>(sShared.rounds.load()));
+    std::printf("| readers beside a %s writer | %llu rounds%s |\n", boChecksBytes ? "careful" : "hostile",
+                static_cast<unsigned long long>(sShared.rounds.load()),
+                boChecksBytes ? ", in each all 2,741,943 bytes compared and about 300 questions; no byte that was not "
+                                "written"
+                              : ", no fault");
 }
 
 TEST_F(ProcessesTest, ReadersDuringARewriteSeeOnlyWhatWasWritten)
@@ -211,7 +215,7 @@ TEST_F(ProcessesTest, KilledProcessesLeaveNothingThatAPushDoesNotMend)
     ASSERT_EQ(InChild([&] { return MakeImages(pShared->aImage); }), 0);
     std::minstd_rand random(static_cast<unsigned>(getpid()));
     unsigned kills = 0;
-    const auto deadline = Clock::now() + std::chrono::seconds(secondsOfATest);
+    const auto deadline = Clock::now() + std::chrono::seconds(seconds) / 2;
     for (unsigned round = 0; round == 0 || Clock::now() < deadline; ++round) {
         const bool boCreates = round % 4 == 0; // else attaches
         if (round % 16 == 0) {
@@ -259,7 +263,9 @@ TEST_F(ProcessesTest, KilledProcessesLeaveNothingThatAPushDoesNotMend)
                   0)
             << "round " << round;
     }
-    std::printf("%u kills\n", kills);
+    std::printf(
+        "| killed processes | %u, writers and readers; the region the same byte for byte after each next push |\n",
+        kills);
 }
 
 TEST_F(ProcessesTest, AReadersStoreFaults)
@@ -372,9 +378,9 @@ int main(int argc, char** argv)
 {
     testing::InitGoogleTest(&argc, argv);
     if (argc == 3 && std::string(argv[1]) == "--seconds") {
-        secondsOfATest = std::strtol(argv[2], nullptr, 10);
+        seconds = std::strtol(argv[2], nullptr, 10);
     }
-    if (secondsOfATest < 1 || (argc != 1 && argc != 3)) {
+    if (seconds < 1 || (argc != 1 && argc != 3)) {
         std::fprintf(stderr, "usage: processes [--seconds N]\n");
         return 2;
     }

@@ -122,12 +122,17 @@ TEST(WriterDeathTest, WhereverTheWriterDiesReadersLiveAndTheNextPushMends)
     sigaction(SIGSEGV, &sAction, &sOldFault);
     sAction.sa_sigaction = OnStep;
     sigaction(SIGTRAP, &sAction, &sOldStep);
+    unsigned allStops = 0, allStores = 0;
     for (const auto& [wClass, abRequest] : kAfter) {
         WriteWatched(wClass, abRequest);
         EXPECT_GT(stops, 0U) << wClass;
         EXPECT_EQ(unmended, 0U) << wClass;
-        std::printf("class %d: stopped at %u of %u stores\n", wClass, stops, stores);
+        allStops += stops;
+        allStores += stores;
     }
+    std::printf("| writer stopped within a class write | at %u of %u stores of 12 classes; readers live, the next push "
+                "mends |\n",
+                allStops, allStores);
     sigaction(SIGSEGV, &sOldFault, nullptr);
     sigaction(SIGTRAP, &sOldStep, nullptr);
     sigaltstack(&sOldStack, nullptr);
