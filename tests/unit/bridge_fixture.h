@@ -39,6 +39,7 @@ struct KeyedCall {
                [[maybe_unused]] uint16_t wKey) -> uint64_t { return __VA_ARGS__; } \
     }
 #define ASK(needs, absent, ...) CALL(needs, true, absent, __VA_ARGS__)
+#define ASK_PORT(needs, absent, ...) CALL(needs, false, absent, __VA_ARGS__)
 #define CHANGE(needs, ...) CALL(needs, true, 0, (__VA_ARGS__, 0))
 #define CHANGE_PORT(needs, ...) CALL(needs, false, 0, (__VA_ARGS__, 0))
 // The first 16 bits of a caller's record 'p' that an operation may have filled.
@@ -190,7 +191,8 @@ protected:
                 EXPECT_EQ(call.call(bBadSlot, bBadPort, kKey), call.absent) << call.pName << " with a bad port";
             }
             for (const uint16_t wKey : kBadKeys) {
-                call.call(bSlot, bPort, wKey);
+                const uint64_t answer = call.call(bSlot, bPort, wKey);
+                EXPECT_TRUE(!call.boHasKey || answer == call.absent) << call.pName << " with the bad key " << wKey;
             }
             CheckNeeds(call, bSlot, bPort, [&] { return call.call(bSlot, bPort, kKey) != call.absent; });
         }

@@ -35,6 +35,7 @@ TEST_F(TranslationTest, EveryOperationKnowsItsPort)
     Translate(1, 1, kKey + 1, kKey);
     const std::string before = Region();
     Swct_WriteVidTranslation(TranslationMoid(1, 1, 9), nullptr);
+    Swct_ReadVidTranslation(TranslationMoid(1, 1, kKey), nullptr);
     EXPECT_TRUE(Region() == before);
     CheckChanges({CHANGE(kExisting, Swct_CreateVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
                   CHANGE(kExisting, Swct_WriteVidTranslation(TranslationMoid(bSlot, bPort, wKey), &kRecord)),
@@ -42,8 +43,8 @@ TEST_F(TranslationTest, EveryOperationKnowsItsPort)
                  1, 1);
     Swct_CdbmOpen();
     constexpr KeyedCall kQuestions[] = {
-        ASK(kExisting, 0, Swct_IsCnp(bSlot, bPort)),
-        ASK(kManaged, 0, Swct_DoesSwitchPortHaveVidTranslationChildren(bSlot, bPort)),
+        ASK_PORT(kExisting, 0, Swct_IsCnp(bSlot, bPort)),
+        ASK_PORT(kManaged, 0, Swct_DoesSwitchPortHaveVidTranslationChildren(bSlot, bPort)),
         ASK(kManaged, 0, Swct_DoesVidTranslationExist(TranslationMoid(bSlot, bPort, wKey))),
         ASK(kManaged, 0, Swct_VidTranslation_GetRelayVid(TranslationMoid(bSlot, bPort, wKey))),
         ASK(kExisting, kUntouched,
@@ -138,6 +139,8 @@ TEST_F(PepTest, EveryOperationKnowsItsPort)
     const std::string before = Region();
     Swct_CreateProviderEdgePort(PepMoid(1, 1, kKey), nullptr);
     Swct_WriteServicePriorityRegeneration(PriorityMoid(1, 1, kKey, 1), nullptr);
+    Swct_ReadProviderEdgePort(PepMoid(1, 1, kKey), nullptr);
+    Swct_ReadServicePriorityRegeneration(PriorityMoid(1, 1, kKey, 1), nullptr);
     EXPECT_TRUE(Region() == before);
     CheckChanges(
         {CHANGE(kExisting, Swct_CreateProviderEdgePort(PepMoid(bSlot, bPort, wKey), &kPep)),
@@ -158,8 +161,8 @@ TEST_F(PepTest, EveryOperationKnowsItsPort)
          ASK(kStored, kUntouched, FILL(SwctProviderEdgePort, Swct_GetProviderEdgePort(bSlot, bPort, wKey, p))),
          ASK(kNothing, kUntouched,
              FILL(SwctProviderEdgePortMoid, Swct_GetProviderEdgePortMoidForSVid(bSlot, bPort, wKey, p))),
-         ASK(kStored, 0, Swct_GetNumberOfPepInCep(bSlot, bPort)),
-         ASK(kStored, 0, Swct_GetCepSVlanList(bSlot, bPort, Bitmap(0).abBits)),
+         ASK_PORT(kStored, 0, Swct_GetNumberOfPepInCep(bSlot, bPort)),
+         ASK_PORT(kStored, 0, Swct_GetCepSVlanList(bSlot, bPort, Bitmap(0).abBits)),
          ASK(kNothing, 0, Swct_DoesPepExistForPortVid(bSlot, bPort, wKey)),
          ASK(kManaged, 0, Swct_DoesServicePriorityRegenerationExist(PriorityMoid(bSlot, bPort, kKey, wKey))),
          ASK(kExisting, kUntouched,
@@ -285,9 +288,10 @@ TEST_F(PepTest, PriorityErrorsAndWalk)
     AddPort(3, 5, 3);
     AddPep(1, 1, 2, 100);
     AddPep(3, 5, 16, 100);
-    EXPECT_EQ(Swct_GetServicePriority(1, 1, 4095, 1) + Swct_GetServicePriority(1, 1, 100, 9), 0U);
+    EXPECT_EQ(Swct_GetServicePriority(3, 5, 4095, 1), 0U);
+    EXPECT_EQ(Swct_GetServicePriority(1, 1, 100, 9), 0U);
     EXPECT_THAT(thePlatform.TakeTraces(),
-                ElementsAre(Error(2, "Swct_GetServicePriority", "PEP mot found for port 1/1/4095"),
+                ElementsAre(Error(2, "Swct_GetServicePriority", "PEP mot found for port 3/5/4095"),
                             Error(2, "Swct_GetServicePriority",
                                   "Swct_ReadServicePriorityRegeneration returned wrong answer!")));
     const std::vector<std::string> all = Walk(Swct_ServicePriorityRegenerationMoidIterator, PriorityMoid(0, 0, 0, 0));

@@ -140,6 +140,8 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
     Swct_CreateCVidRegistration(Moid(1, 1, 6), nullptr);
     Swct_WriteCVidRegistration(Moid(1, 1, kKey), nullptr);
     Swct_WriteDefaultCVidRegistration(DefaultMoid(1, 1), nullptr);
+    Swct_ReadCVidRegistration(Moid(1, 1, kKey), nullptr);
+    Swct_ReadDefaultCVidRegistration(DefaultMoid(1, 1), nullptr);
     EXPECT_TRUE(Region() == before);
     CheckChanges({CHANGE(kExisting, Swct_CreateCVidRegistration(Moid(bSlot, bPort, wKey), &kRecord)),
                   CHANGE(kExisting, Swct_WriteCVidRegistration(Moid(bSlot, bPort, wKey), &kRecord)),
@@ -153,9 +155,10 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
     Swct_CdbmOpen();
     using Registration = SwctCVidRegistration;
     CheckQuestions(
-        {ASK(kNothing, 0, Swct_GetPbDataRPtr(bSlot, bPort) != nullptr),
-         ASK(kNothing, 0, Swct_GetPbDataWPtr(bSlot, bPort) != nullptr), ASK(kExisting, 0, Swct_IsCep(bSlot, bPort)),
-         ASK(kManaged, 0, Swct_DoesPortHaveProviderBridgeSettings(bSlot, bPort)),
+        {ASK_PORT(kNothing, 0, Swct_GetPbDataRPtr(bSlot, bPort) != nullptr),
+         ASK_PORT(kNothing, 0, Swct_GetPbDataWPtr(bSlot, bPort) != nullptr),
+         ASK_PORT(kExisting, 0, Swct_IsCep(bSlot, bPort)),
+         ASK_PORT(kManaged, 0, Swct_DoesPortHaveProviderBridgeSettings(bSlot, bPort)),
          ASK(kManaged, 0, Swct_DoesCVidRegistrationExist(Moid(bSlot, bPort, wKey))),
          ASK(kManaged, 0, Swct_CVidRegistration_GetSVid(Moid(bSlot, bPort, wKey))),
          ASK(kNothing, 0, Swct_IsCVlanPortTagged({0, wKey, bSlot, bPort})),
@@ -167,11 +170,11 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
          ASK(kNothing, 0, FILL(Registration, Swct_GetSecondCVidRegistrationForSVid(bSlot, bPort, wKey, p))),
          ASK(kExisting, 4095, Swct_GetFirstCVidRegisteredToSVid(bSlot, bPort, wKey)),
          ASK(kNothing, 0, Swct_GetBitmapOfCVidRegisteredToSVid(bSlot, bPort, wKey, Bitmap(0).abBits)),
-         ASK(kManaged, 0, Swct_GetBitmapOfCVidRegisteredToDefaultSVid(bSlot, bPort, Bitmap(0).abBits)),
-         ASK(kManaged, 0, Swct_DoesDefaultCVidRegistrationExist(DefaultMoid(bSlot, bPort))),
-         ASK(kManaged, 4095, Swct_DefaultCVidRegistration_GetSVid(DefaultMoid(bSlot, bPort))),
-         ASK(kExisting, kUntouched,
-             FILL(SwctDefaultCVidRegistration, Swct_ReadDefaultCVidRegistration(DefaultMoid(bSlot, bPort), p)))},
+         ASK_PORT(kManaged, 0, Swct_GetBitmapOfCVidRegisteredToDefaultSVid(bSlot, bPort, Bitmap(0).abBits)),
+         ASK_PORT(kManaged, 0, Swct_DoesDefaultCVidRegistrationExist(DefaultMoid(bSlot, bPort))),
+         ASK_PORT(kManaged, 4095, Swct_DefaultCVidRegistration_GetSVid(DefaultMoid(bSlot, bPort))),
+         ASK_PORT(kExisting, kUntouched,
+                  FILL(SwctDefaultCVidRegistration, Swct_ReadDefaultCVidRegistration(DefaultMoid(bSlot, bPort), p)))},
         1, 1);
     EXPECT_THAT(Walk(Swct_CVidRegistrationMoidIterator, Moid(1, 1, 1)), IsEmpty());
     EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, kKey}) + Swct_DoesVlanHaveDefaultCVidRegistration({0, 6}) +

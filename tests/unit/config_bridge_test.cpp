@@ -66,7 +66,7 @@ TEST_F(ConfigBridgeTest, RecordsLieInTheRegionAsInTheRequestAndComeBack)
     };
     constexpr std::size_t kPort = kPbData + kPortData; // port 3/2
     constexpr std::size_t kDefault = kPort + 69598;    // behind 4094 registrations of 17 bytes
-    const Case kCases[] = {{kClasses[0], 513, kPort + 8704, 17},
+    const Case kCases[] = {{kClasses[0], 4094, kPort + 4093 * 17, 17},
                            {kClasses[2], 4094, kPort + 49116, 12},
                            {kClasses[3], 16, kDefault + 3 + 240, 16},
                            {kClasses[4], 0, kQinQPorts + 19, 19},
@@ -81,6 +81,10 @@ TEST_F(ConfigBridgeTest, RecordsLieInTheRegionAsInTheRequestAndComeBack)
             EXPECT_EQ(GetConfig(c.type.wClass, 1), record) << "no terminator at the limit";
             EXPECT_EQ(GetConfig(c.type.wClass, 0), "");
         }
+        Swct_Switch_SetSwitchMode(2); // the exchange goes by the stored type alone
+        Swct_SwitchPort_SetL2PortType(3, 2, 0);
+        EXPECT_EQ(GetConfig(c.type.wClass, 2), record + std::string(c.type.moid, '\0')) << c.type.wClass;
+        Swct_Switch_SetSwitchMode(1);
         SetConfig(c.type.wClass, ""); // an empty list clears the class
         EXPECT_EQ(Region().substr(c.offset, c.size), std::string(c.size, '\0')) << c.type.wClass;
     }
@@ -88,15 +92,15 @@ TEST_F(ConfigBridgeTest, RecordsLieInTheRegionAsInTheRequestAndComeBack)
 
 TEST_F(ConfigBridgeTest, PrioritiesComeBackEightPerPep)
 {
-    AddPort(1, 1, 3);
-    AddPep(1, 1, 16, 100);
-    SwctServicePriorityRegenerationRecord sRecord{{427, 1, 1, 16, 8}, {99, 3}}; // the copy of the priority is carried
+    AddPort(1, 4, 3);
+    AddPep(1, 4, 16, 100);
+    SwctServicePriorityRegenerationRecord sRecord{{427, 1, 4, 16, 8}, {99, 3}}; // the copy of the priority is carried
     Swct_SetConfig(427, std::vector{sRecord, {}}.data());
     SwctServicePriorityRegenerationRecord asRead[9];
     std::memset(static_cast<void*>(asRead), 0xEE, sizeof asRead);
     Swct_GetConfig(427, asRead, 1); // the records of one port are all written
     for (uint32_t i = 0; i < 8; ++i) {
-        sRecord = {{427, 1, 1, 16, i + 1}, {i + 1, i == 7 ? 3U : 1U}};
+        sRecord = {{427, 1, 4, 16, i + 1}, {i + 1, i == 7 ? 3U : 1U}};
         EXPECT_EQ(std::memcmp(&asRead[i], &sRecord, sizeof sRecord), 0) << i;
     }
     EXPECT_EQ(+asRead[8].sMoid.wClassId, 0xEEEE);

@@ -3,6 +3,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <numeric>
 #include <sstream>
 #include <string>
 
@@ -137,7 +138,8 @@ debug 6 Swct_GetConfig: CDBM read request for class 300 - Done.
 // The write begins at offset 0 of the region.
 TEST_F(ConfigVlanTest, SwitchTakesTheFieldsOfItsTableOnly)
 {
-    std::string record(147, '\x77');
+    std::string record(147, '\0');
+    std::iota(record.begin(), record.end(), '\1'); // no two fields alike
     std::string expected = record;
     for (const auto& [offset, length] : {std::pair{6, 5}, {15, 10}, {29, 3}}) {
         std::memcpy(expected.data() + offset, Region().data() + offset, static_cast<std::size_t>(length));
@@ -146,7 +148,7 @@ TEST_F(ConfigVlanTest, SwitchTakesTheFieldsOfItsTableOnly)
     DBG_SWCH = 7;
     EXPECT_EQ(Write(176, record, 0), 0U);
     EXPECT_EQ(thePlatform.TakeTraces().at(1),
-              Debug(7, "Swct_SetConfig_Switch", "l2cp prio:2004318071, l2cp tunnel mac:77:77"));
+              Debug(7, "Swct_SetConfig_Switch", "l2cp prio:-1920169078, l2cp tunnel mac:8e:8f"));
     EXPECT_EQ(Region().substr(0, 147), expected);
     EXPECT_TRUE(Region().substr(147) == behind);
     DBG_SWCH = 6;
@@ -154,7 +156,7 @@ TEST_F(ConfigVlanTest, SwitchTakesTheFieldsOfItsTableOnly)
 
     record[42 + 3] = '\0'; // what lies behind the end of the name does not count
     Write(176, record, 0);
-    EXPECT_EQ(std::string(Swct_GetBridgeName(), 81), "www" + std::string(78, '\0'));
+    EXPECT_EQ(std::string(Swct_GetBridgeName(), 81), "+,-" + std::string(78, '\0'));
     EXPECT_EQ(Traces().find("l2cp"), std::string::npos) << "below level 7";
 }
 

@@ -42,16 +42,16 @@ TEST_F(QinQTest, EveryOperationKnowsItsPort)
     Swct_WriteQinQPort(Moid(1, 1), nullptr);
     Swct_ReadQinQPort(Moid(1, 1), nullptr);
     EXPECT_TRUE(Region() == before);
-    CheckQuestions({ASK(kNothing, 0, Swct_GetQinQPortRPtr(bSlot, bPort) != nullptr),
-                    ASK(kNothing, 0, Swct_GetQinQPortWPtr(bSlot, bPort) != nullptr),
-                    ASK(kNothing, kUntouched, FILL(SwctQinQPort, Swct_ReadQinQPort(Moid(bSlot, bPort), p))),
-                    ASK(kManaged, 0, Swct_DoesQinQPortExist(Moid(bSlot, bPort))),
-                    ASK(kNothing, 0, Swct_IsQinQEnabledOnPort(Moid(bSlot, bPort))),
-                    ASK(kNothing, 4095, Swct_GetQinQPortProviderVid(Moid(bSlot, bPort))),
-                    ASK(kNothing, 4095, Swct_GetQinQPortPVid(bSlot, bPort)),
-                    ASK(kNothing, 0, Swct_GetQinQProviderTagPriority(bSlot, bPort)),
-                    ASK(kNothing, 0, Swct_IsControlProtocolTunnellingEnabledOnQinQPort(Moid(bSlot, bPort))),
-                    ASK(kNothing, 0, Swct_GetQinQControlProtocolTunnellingMac(Moid(bSlot, bPort)))},
+    CheckQuestions({ASK_PORT(kNothing, 0, Swct_GetQinQPortRPtr(bSlot, bPort) != nullptr),
+                    ASK_PORT(kNothing, 0, Swct_GetQinQPortWPtr(bSlot, bPort) != nullptr),
+                    ASK_PORT(kNothing, kUntouched, FILL(SwctQinQPort, Swct_ReadQinQPort(Moid(bSlot, bPort), p))),
+                    ASK_PORT(kManaged, 0, Swct_DoesQinQPortExist(Moid(bSlot, bPort))),
+                    ASK_PORT(kNothing, 0, Swct_IsQinQEnabledOnPort(Moid(bSlot, bPort))),
+                    ASK_PORT(kNothing, 4095, Swct_GetQinQPortProviderVid(Moid(bSlot, bPort))),
+                    ASK_PORT(kNothing, 4095, Swct_GetQinQPortPVid(bSlot, bPort)),
+                    ASK_PORT(kNothing, 0, Swct_GetQinQProviderTagPriority(bSlot, bPort)),
+                    ASK_PORT(kNothing, 0, Swct_IsControlProtocolTunnellingEnabledOnQinQPort(Moid(bSlot, bPort))),
+                    ASK_PORT(kNothing, 0, Swct_GetQinQControlProtocolTunnellingMac(Moid(bSlot, bPort)))},
                    1, 1);
     EXPECT_THAT(Walk(Swct_QinQPortMoidIterator, Moid(0, 0)), IsEmpty());
     EXPECT_EQ(Swct_IsQinQEnabledOnAnyPort(), 0U);

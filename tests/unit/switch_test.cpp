@@ -226,6 +226,9 @@ TEST_F(SwitchTest, L3MacDoesNotFollowTheBridgeMac)
         Swct_GetL3MacAddress(pL3);
         Swct_GetL2cpMacDestTunnel(pTunnel);
     };
+    uint8_t abRead[3] = {9, 9, 9};
+    Swct_GetL2cpMacDestTunnel(abRead);
+    EXPECT_THAT(abRead, ElementsAre(1, 2, 9));
     callAll(nullptr, nullptr, nullptr);
     pSwctWrite = nullptr;
     callAll(&bridge, &l3, tunnel);

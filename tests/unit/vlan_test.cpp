@@ -305,10 +305,10 @@ TEST_F(VlanTest, InnerTagOperationsChangeTheirFieldsOnly)
                                        sTag.dwInnerPriority, sTag.bInnerTagParam};
     };
     EXPECT_THAT(info(), ElementsAre(0, 0, 1, 0));
-    const SwctVlanIfInnerTag sUpdate = {{}, 1, 4095, 1, 0x10007, 6};
+    const SwctVlanIfInnerTag sUpdate = {{}, 1, 4095, 2, 0x10007, 6};
     Swct_UpdateVlanIfInnerTag({0, kVlanId}, &sUpdate);
-    EXPECT_THAT(fields(), ElementsAre(1, 4095, 1, 0x10007, 6));
-    EXPECT_THAT(info(), ElementsAre(4095, 1, 7, 1));
+    EXPECT_THAT(fields(), ElementsAre(1, 4095, 2, 0x10007, 6));
+    EXPECT_THAT(info(), ElementsAre(4095, 1, 7, 0));
     Swct_DeleteVlanIfInnerTag(kVlanId);
     EXPECT_THAT(fields(), ElementsAre(0, 4095, 0, 0x10007, 6));
     EXPECT_THAT(info(), ElementsAre(4095, 0, 7, 0));
