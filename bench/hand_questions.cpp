@@ -87,11 +87,11 @@ void SetBit(uint8_t* pBitmap, unsigned vid) noexcept
 template <class Test>
 void FillBitmap(uint8_t* pBitmap, Test test) noexcept
 {
-    const SwctVlanEntry* pBehind = pRegion->sVlan - 1;
     for (unsigned byte = 0; byte < SWCT_VLAN_BITMAP_SIZE; ++byte) {
         unsigned bits = 0;
-        for (unsigned bit = byte == 0 ? 1 : 0; bit < 8; ++bit) {
-            bits |= (test(pBehind[byte * 8 + bit]) ? 1U : 0U) << bit;
+        for (unsigned bit = 0; bit < 8; ++bit) {
+            const unsigned vid = byte * 8 + bit;
+            bits |= (vid != 0 && test(pRegion->sVlan[vid - 1]) ? 1U : 0U) << bit;
         }
         pBitmap[byte] = static_cast<uint8_t>(bits);
     }
@@ -287,14 +287,17 @@ struct Hand {
     }
     BENCH_CALLED static uint32_t RingSum(PortKey s) noexcept
     {
-        uint64_t aqwSum[SWCT_HISTORY_COUNTERS] = {};
+        __m128i sum[SWCT_HISTORY_COUNTERS / 2] = {};
+        const History* pRing = Ring(s.bSlot, s.bPort, 3);
         for (unsigned i = 0; i < kRecords; ++i) {
-            for (unsigned k = 0; i != 48 && k < SWCT_HISTORY_COUNTERS; ++k) {
-                uint64_t qwCounter;
-                std::memcpy(&qwCounter, &Ring(s.bSlot, s.bPort, 3)[i].aqwCounter[k], sizeof qwCounter);
-                aqwSum[k] += qwCounter;
+            for (unsigned k = 0; i != 48 && k < SWCT_HISTORY_COUNTERS / 2; ++k) {
+                __m128i counters;
+                std::memcpy(&counters, &pRing[i].aqwCounter[2 * k], sizeof counters);
+                sum[k] = _mm_add_epi64(sum[k], counters);
             }
         }
+        uint64_t aqwSum[SWCT_HISTORY_COUNTERS];
+        std::memcpy(aqwSum, sum, sizeof aqwSum);
         asm volatile("" : : "m"(aqwSum));
         return static_cast<uint32_t>(aqwSum[0] >> 32) + static_cast<uint32_t>(aqwSum[0]);
     }
