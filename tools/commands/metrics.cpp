@@ -44,6 +44,7 @@ std::vector<Sample> PortsByType()
         ++ports[TypeOf(port)];
     }
     std::vector<Sample> samples;
+    samples.reserve(ports.size());
     for (const auto& [type, number] : ports) {
         samples.push_back({{{"type", type}}, number});
     }

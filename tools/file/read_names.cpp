@@ -64,13 +64,13 @@ private:
     {
         Expect(members.is_object(), place, "must be an object");
         for (const auto& [member, values] : members.items()) {
-            const std::string field = list + '.' + member;
-            const std::string placeOfField = place + '.' + CleanText(member);
+            const std::string field = fmt::format("{}.{}", list, member);
+            const std::string placeOfField = fmt::format("{}.{}", place, CleanText(member));
             Expect(std::find(std::begin(kFields), std::end(kFields), field) != std::end(kFields), placeOfField,
                    fmt::format("is no value that takes names; those are {}", fmt::join(kFields, ", ")));
             Expect(values.is_object(), placeOfField, R"(must be an object of names such as {"1": "all"})");
             for (const auto& [number, name] : values.items()) {
-                const std::string placeOfValue = placeOfField + '.' + CleanText(number);
+                const std::string placeOfValue = fmt::format("{}.{}", placeOfField, CleanText(number));
                 uint32_t value = 0;
                 const char* end = number.data() + number.size();
                 const auto [last, error] = std::from_chars(number.data(), end, value);
