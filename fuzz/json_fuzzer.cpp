@@ -2,7 +2,7 @@
 #include <cstdint>
 #include <string_view>
 
-#include "objects/configuration.h"
+#include "file/parse.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const uint8_t* pBytes, std::size_t size)
 {

@@ -49,6 +49,8 @@ constexpr Command kCommands[] = {
      SetUpMetrics},
     {"layout", "List every field of the region with offset, size and meaning",
      "piovios layout\npiovios layout --json\n", SetUpLayout},
+    {"schema", "Print the formats of the command: JSON schemas, or tables",
+     "piovios schema > configuration.schema.json\npiovios schema output\n", SetUpSchema},
     {"demo", "Run a small node of several processes on a region of its own", "piovios demo\npiovios demo node.json\n",
      SetUpDemo},
     {"complete", "List the words that may come next in a command line", "piovios complete show\n", SetUpComplete, true},

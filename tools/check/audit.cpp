@@ -1,17 +1,48 @@
-// audit.cpp - the audit of the switch, the VLANs, the ports and the history; audit_bridge.cpp has the provider bridge.
+// audit.cpp - the audit of the switch, the VLANs and the history; audit_bridge.cpp has the provider bridge.
 #include "check/audit.h"
 
-#include "terminal/text.h"
+#include "objects/catalogue.h"
+#include "objects/records.h"
+#include "objects/rules.h"
 
 #include <algorithm>
+#include <array>
 #include <cstring>
-#include <fmt/format.h>
 
 namespace tool {
 
 namespace {
 
-constexpr char kNoMeaning[] = "a writer stored a value without a meaning";
+constexpr char kZero[] = "zero";
+constexpr char kNotWritten[] = "no operation stores anything else there";
+
+template <class Bytes>
+bool IsZero(const Bytes& bytes)
+{
+    const auto* const pFirst = reinterpret_cast<const uint8_t*>(&bytes);
+    return std::all_of(pFirst, pFirst + sizeof(bytes), [](uint8_t byte) { return byte == 0; });
+}
+
+void AuditSwitch(const Picture& picture, Findings& findings)
+{
+    const SwctSwitchAttributes& sSwitch = picture.sSwitch;
+    Subject subject(findings, [] { return std::string("switch"); });
+    if (sSwitch.bNbrOfSwitchPorts != 0) {
+        subject.Drift("bNbrOfSwitchPorts", sSwitch.bNbrOfSwitchPorts, 0, "the count is filled in copies only");
+    }
+    if (sSwitch.wNbrOfVlans != 0) {
+        subject.Drift("wNbrOfVlans", sSwitch.wNbrOfVlans, 0, "the count is filled in copies only");
+    }
+    if (!IsZero(sSwitch.abReserved1) || !IsZero(sSwitch.abReserved2)) {
+        subject.Tell(Kind::kDrift, "reserved", "", kZero, kNotWritten);
+    }
+    const auto* const pEnd = static_cast<const char*>(std::memchr(sSwitch.acBridgeName, 0, SWCT_VLAN_NAME_SIZE));
+    const char* const pFieldEnd = sSwitch.acBridgeName + SWCT_VLAN_NAME_SIZE;
+    if (pEnd == nullptr || std::any_of(pEnd, pFieldEnd, [](char c) { return c != 0; })) {
+        subject.Tell(Kind::kMeaning, "name", "", "at most 80 characters, then zeros",
+                     "every operation that sets it ends it with zeros");
+    }
+}
 
 // How many QinQ ports and provider edge ports name each VLAN.
 std::vector<uint32_t> CountUsers(const Picture& picture)
@@ -23,172 +54,191 @@ std::vector<uint32_t> CountUsers(const Picture& picture)
         }
     };
     for (const Port port : AllPorts()) {
-        const SwctQinQPort& qinq = picture.qinqPorts[IndexOf(port)];
-        if (qinq.dwQinQStatus != SWCT_QINQ_NONE) {
-            count(qinq.wProviderTagVid);
+        const SwctQinQPort& sQinQ = picture.aQinQ[IndexOf(port)];
+        if (sQinQ.dwQinQStatus != SWCT_QINQ_NONE) {
+            count(sQinQ.wProviderTagVid);
         }
-        if (picture.ports[IndexOf(port)].dwPbPortType == SWCT_PB_PORT_CEP) {
-            for (const SwctProviderEdgePort& pep : picture.bridgeData[IndexOf(port)].sCep.aProviderEdgePort) {
-                count(pep.wSvid);
+        if (picture.aPort[IndexOf(port)].dwPbPortType == SWCT_PB_PORT_CEP) {
+            for (const SwctProviderEdgePort& sPep : picture.aBridgeData[IndexOf(port)].sCep.aProviderEdgePort) {
+                count(sPep.wSvid);
             }
         }
     }
     return users;
 }
 
-void AuditMembers(uint16_t vlan, const SwctVlanEntry& entry, Findings& findings)
+// A VLAN that does not exist holds nothing that a question could see.
+template <class Name>
+void AuditAbsentVlan(const SwctVlanEntry& sEntry, Subject<Name>& subject, Findings& findings, uint16_t vlan)
 {
+    constexpr char kCause[] =
+        "the VLANs were written anew without what belongs to them, or something was added without "
+        "a look at the VLAN";
+    if (sEntry.sVlanData.wVlanId != 0) {
+        subject.Drift("recordId", sEntry.sVlanData.wVlanId, 0, "an entry that loses its VLAN loses the id with it");
+    }
+    if (sEntry.sInnerTag.dwInnerTagEnable == SWCT_INNER_TAG_ON) {
+        Subject(findings, [vlan] {
+            return "vlan " + std::to_string(vlan) + " inner-tag";
+        }).Tell(Kind::kDangling, "", "", "a VLAN that exists", kCause);
+    }
     for (const Port port : AllPorts()) {
-        const uint32_t membership = entry.adwMembership[port.slot - 1][port.port - 1];
-        if (membership == SWCT_MEMBERSHIP_NONE) {
-            continue;
-        }
-        Subject subject(findings, "membership", fmt::format("vlan {} port {}", vlan, ToText(port)));
-        if (entry.boExists == 0) {
-            subject.Drift("membership", membership, "0",
-                          "the VLAN does not exist: the VLANs were written anew without their memberships, or a "
-                          "membership was added without a look at the VLAN");
-        } else {
-            subject.Range("membership", membership, SWCT_MEMBERSHIP_NONE, SWCT_MEMBERSHIP_UNTAGGED);
+        const uint32_t membership = sEntry.adwMembership[port.slot - 1][port.port - 1];
+        if (membership != SWCT_MEMBERSHIP_NONE) {
+            Subject(findings, [=] {
+                return "vlan " + std::to_string(vlan) + " member " + ToText(port);
+            }).Tell(Kind::kDangling, "membership", std::to_string(membership), "a VLAN that exists", kCause);
         }
     }
 }
 
-void AuditVlan(uint16_t vlan, const SwctVlanEntry& entry, uint32_t users, Findings& findings)
+void AuditVlan(uint16_t vlan, const SwctVlanEntry& sEntry, uint32_t users, Findings& findings)
 {
-    Subject subject(findings, "vlan", std::to_string(vlan));
-    const SwctVlan& record = entry.sVlanData;
-    if (entry.boExists > 1) {
-        subject.Damage("exists", entry.boExists, "0 or 1", "nothing but 0 and 1 is ever stored");
+    Subject subject(findings, [vlan] { return "vlan " + std::to_string(vlan); });
+    const SwctVlan& sVlan = sEntry.sVlanData;
+    if (sEntry.boExists > 1) {
+        subject.Meaning("exists", sEntry.boExists, "0 or 1");
     }
-    if (record.dwRowState != 1) {
-        subject.Damage("rowState", record.dwRowState, "1", "every operation that sets it sets 1");
+    if (sVlan.dwRowState != 1) {
+        subject.Meaning("rowState", sVlan.dwRowState, "1");
     }
-    if (entry.dwNbrOfQinQOrPep != users) {
-        subject.Drift("users", entry.dwNbrOfQinQOrPep, std::to_string(users),
-                      "a writer created or deleted a QinQ port or provider edge port without keeping the counter, or "
-                      "these were pushed again, or before the VLANs");
-    }
-    AuditMembers(vlan, entry, findings);
-    if (entry.boExists == 0) {
-        if (record.wVlanId != 0) {
-            subject.Damage("recordId", record.wVlanId, "0", "an entry that loses its VLAN loses the id with it");
+    if (sEntry.boExists == 0) {
+        AuditAbsentVlan(sEntry, subject, findings, vlan);
+        if (users == 0 && sEntry.dwNbrOfQinQOrPep != 0) { // users of an absent VLAN are findings of their own
+            subject.Drift("users", sEntry.dwNbrOfQinQOrPep, 0, "the VLAN does not exist, and nothing names it");
         }
         return;
     }
-    if (record.wVlanId != vlan) {
-        subject.Drift("recordId", record.wVlanId, std::to_string(vlan),
+    if (sEntry.dwNbrOfQinQOrPep != users) {
+        subject.Drift("users", sEntry.dwNbrOfQinQOrPep, users,
+                      "a writer created or deleted a QinQ port or provider edge port without keeping the counter, or "
+                      "these were pushed again, or before the VLANs");
+    }
+    if (sVlan.wVlanId != vlan) {
+        subject.Drift("recordId", sVlan.wVlanId, vlan,
                       "a VLAN was pushed whose record carries another id than its key");
     }
-    if (std::memchr(record.acName, 0, sizeof(record.acName)) == nullptr) {
-        subject.Text(Kind::kDrift, "name", CleanText(record.acName, sizeof(record.acName)), "80 characters and a zero",
-                     "a writer stored a name without a terminator");
+    if (std::memchr(sVlan.acName, 0, sizeof(sVlan.acName)) == nullptr) {
+        subject.Tell(Kind::kMeaning, "name", "", "80 characters and a zero", "a writer stored a name without an end");
     }
 }
 
-void AuditRing(const char* table, const RingCopy& ring, Findings& findings)
+// A port sends the untagged frames that it receives into one VLAN; two that leave it untagged cannot be told apart.  A
+// customer edge port tells them by its registrations.
+void AuditUntagged(const Picture& picture, Findings& findings)
 {
-    Subject subject(findings, table, ToText(ring.queue));
-    const auto isCurrent = [](const SwctQueueStatisticsHistorical& record) { return record.boIsCurrentPeriod == 1; };
-    const auto current = std::count_if(ring.records.begin(), ring.records.end(), isCurrent);
-    if (current != 1) {
-        subject.Drift("currentPeriods", static_cast<uint64_t>(current), "1",
-                      current == 0 ? "the ring was cleared, and no record was made current since"
-                                   : "a record was written as current without closing the period before it");
-    }
-    for (std::size_t i = 0; i < ring.records.size(); ++i) {
-        Subject record(findings, table, fmt::format("{} index {}", ToText(ring.queue), i));
-        record.Range("current", ring.records[i].boIsCurrentPeriod, 0, 1);
-        record.Range("suspect", ring.records[i].boSuspect, 0, 1);
+    std::array<uint16_t, kNrOfPorts> first{};
+    std::array<bool, kNrOfPorts> isTold{};
+    for (uint16_t vlan = 1; vlan <= SWCT_PB_VID_MAX; ++vlan) {
+        const SwctVlanEntry& sEntry = picture.aVlan[vlan - 1U];
+        for (const Port port : AllPorts()) {
+            const std::size_t i = IndexOf(port);
+            if (sEntry.boExists == 0 || picture.aPort[i].dwPbPortType == SWCT_PB_PORT_CEP ||
+                sEntry.adwMembership[port.slot - 1][port.port - 1] != SWCT_MEMBERSHIP_UNTAGGED) {
+                continue;
+            }
+            if (first[i] == 0) {
+                first[i] = vlan;
+            } else if (!isTold[i]) {
+                isTold[i] = true;
+                Subject(findings, [=] { return "vlan " + std::to_string(vlan) + " member " + ToText(port); })
+                    .Tell(Kind::kDangling, "membership", "\"untagged\"", "tagged, or no member",
+                          "the port is untagged in VLAN " + std::to_string(first[i]) +
+                              " already, and frames of both leave it alike");
+            }
+        }
     }
 }
 
 } // namespace
 
-void Subject::Text(Kind kind, const char* field, const std::string& stored, const std::string& right, const char* cause)
-{
-    m_findings.push_back({kind, m_table, m_key, field, stored, right, cause});
-}
-
-void Subject::Damage(const char* field, uint64_t stored, const std::string& right, const char* cause)
-{
-    Text(Kind::kDamage, field, std::to_string(stored), right, cause);
-}
-
-void Subject::Drift(const char* field, uint64_t stored, const std::string& right, const char* cause)
-{
-    Text(Kind::kDrift, field, std::to_string(stored), right, cause);
-}
-
-void Subject::Range(const char* field, uint64_t stored, uint64_t first, uint64_t last)
-{
-    if (stored < first || stored > last) {
-        Drift(field, stored, fmt::format("{} to {}", first, last), kNoMeaning);
-    }
-}
-
-void AuditSwitch(const Picture& picture, Findings& findings)
-{
-    const SwctSwitchAttributes& attributes = picture.switchAttributes;
-    Subject subject(findings, "switch", "-");
-    if (attributes.dwGLagDistribution == 2) { // the one value without a meaning between two with one
-        subject.Drift("gLagDistribution", 2, "1 or 3 to 7", kNoMeaning);
-    }
-    if (!picture.isBridgeNameTerminated) {
-        subject.Text(Kind::kDamage, "name", CleanText(attributes.acBridgeName, sizeof(attributes.acBridgeName)),
-                     "80 characters and a zero", "every operation that sets it ends it with a zero");
-    }
-}
-
 void AuditVlans(const Picture& picture, Findings& findings)
 {
     const auto users = CountUsers(picture);
+    uint64_t populated = 0;
     for (uint16_t vlan = 1; vlan <= SWCT_VLAN_MAX; ++vlan) {
-        AuditVlan(vlan, picture.vlans[vlan - 1U], users[vlan], findings);
+        AuditVlan(vlan, picture.aVlan[vlan - 1U], users[vlan], findings);
+        populated += picture.aVlan[vlan - 1U].boExists != 0 ? 1U : 0U;
     }
-    const auto exists = [](const SwctVlanEntry& entry) { return entry.boExists != 0; };
-    const auto populated = std::count_if(picture.vlans.begin(), picture.vlans.end(), exists);
-    Subject subject(findings, "switch", "-");
-    if (picture.populatedVlans < populated) {
-        subject.Damage("populatedVlans", picture.populatedVlans, std::to_string(populated),
-                       "no operation makes a VLAN without counting it");
-    } else if (picture.populatedVlans > populated) {
-        subject.Drift("populatedVlans", picture.populatedVlans, std::to_string(populated),
-                      "a VLAN was initialised without being deleted, or named twice in one push");
+    if (picture.wNbrOfPopulatedVlans != populated) {
+        Subject(findings, [] { return std::string("switch"); })
+            .Drift("vlans", picture.wNbrOfPopulatedVlans, populated,
+                   "a VLAN was initialised without being deleted, or named twice in one push");
     }
+    AuditUntagged(picture, findings);
 }
 
-void AuditPorts(const Picture& picture, Findings& findings)
+void AuditRing(const char* ringName, const RingCopy& ring, Findings& findings)
 {
-    for (const Port port : AllPorts()) {
-        const SwctPbData& data = picture.bridgeData[IndexOf(port)];
-        const uint32_t type = picture.ports[IndexOf(port)].dwPbPortType;
-        if (type == SWCT_PB_PORT_CEP) {
-            AuditEdgePort(port, data.sCep, findings);
-        } else if (type == SWCT_PB_PORT_PNP || type == SWCT_PB_PORT_CNP) {
-            AuditNetworkPort(port, data.sNp, findings);
+    Subject subject(findings, [&] { return std::string("queue ") + ToText(ring.queue) + ' ' + ringName; });
+    const auto isCurrent = [](const SwctQueueStatisticsHistorical& record) { return record.boIsCurrentPeriod == 1; };
+    const auto current = std::count_if(ring.records.begin(), ring.records.end(), isCurrent);
+    const bool isUnused = ring.queue.queue == 0 && current == 0; // by the library, and perhaps by everybody
+    if (current != 1 && !isUnused) {
+        subject.Drift("currentPeriods", static_cast<uint64_t>(current), 1,
+                      current == 0 ? "the ring was cleared, and no record was made current since"
+                                   : "a record was written as current without closing the period before it");
+    }
+    for (std::size_t i = 0; i < ring.records.size(); ++i) {
+        Subject record(findings, [&] {
+            return std::string("queue ") + ToText(ring.queue) + ' ' + ringName + " index " + std::to_string(i);
+        });
+        if (ring.records[i].boIsCurrentPeriod > 1) {
+            record.Meaning("current", ring.records[i].boIsCurrentPeriod, "0 or 1");
+        }
+        if (ring.records[i].boSuspect > 1) {
+            record.Meaning("suspect", ring.records[i].boSuspect, "0 or 1");
+        }
+        if (isUnused && !IsZero(ring.records[i])) {
+            record.Tell(Kind::kDrift, "", "", kZero, "no record of the queue is current, so it is not in use");
         }
     }
 }
 
-void AuditHistory(const Picture& picture, Findings& findings)
+void AuditObjects(const Configuration& configuration, Findings& findings)
 {
-    for (const RingCopy& ring : picture.rings15m) {
-        AuditRing("history-15m", ring, findings);
+    for (const ObjectClass& row : Catalogue()) {
+        const Records records = row.records(configuration);
+        for (std::size_t i = 0; i < records.count; ++i) {
+            const void* const pRecord = records.At(i);
+            if (row.id == Class::kPort && static_cast<const SwctSwitchPortRecord*>(pRecord)->sBody.dwL2PortType == 0) {
+                continue; // a hidden port keeps what it had
+            }
+            for (std::size_t f = 0; f < row.fields.size(); ++f) {
+                const Field& field = row.fields[f];
+                // Keys that make no sense in a file, such as VLAN 4095, may exist.
+                if (f != row.keyField && field.notation == Notation::kNumber &&
+                    !field.MakesSense(NumberOf(field, pRecord))) {
+                    Subject(findings, [&] {
+                        return ObjectName(row, pRecord);
+                    }).Meaning(field.name, NumberOf(field, pRecord), NumberRule(field, field.SensibleRange()));
+                }
+            }
+        }
     }
-    for (const RingCopy& ring : picture.rings24h) {
-        AuditRing("history-24h", ring, findings);
-    }
+    CheckRules(configuration, [&findings](const Violation& violation) {
+        const ObjectClass& row = RowOf(violation.id);
+        Subject(findings, [&] {
+            return ObjectName(row, violation.pRecord);
+        }).Tell(Kind::kDangling, violation.field, violation.value, "", violation.rule);
+    });
 }
 
-Findings Audit(const Picture& picture, const Configuration& configuration)
+Findings Audit(const Picture& picture, const std::vector<RingCopy>& rings15m, const std::vector<RingCopy>& rings24h)
 {
     Findings findings;
     AuditSwitch(picture, findings);
+    for (const Port port : AllPorts()) {
+        AuditBridgeData(port, picture, findings);
+    }
     AuditVlans(picture, findings);
-    AuditPorts(picture, findings);
-    AuditHistory(picture, findings);
-    AuditRanges(configuration, findings);
+    AuditObjects(ReadConfiguration(picture), findings);
+    for (const RingCopy& ring : rings15m) {
+        AuditRing("15m", ring, findings);
+    }
+    for (const RingCopy& ring : rings24h) {
+        AuditRing("24h", ring, findings);
+    }
     return findings;
 }
 

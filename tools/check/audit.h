@@ -1,62 +1,68 @@
-// audit.h - what a region must hold: every derived value recomputed from its source, every value within its range.
+// audit.h - what a region must hold: every derived value recomputed from its source, every value within its range,
+// every object where it belongs.
 #pragma once
 
-#include "check/picture.h"
+#include "check/rings.h"
 #include "objects/configuration.h"
+#include "objects/picture.h"
 
 #include <string>
+#include <string_view>
 #include <vector>
 
 namespace tool {
 
 enum class Kind {
-    kDamage, // no sequence of operations of the interface leaves it: a stray store, a broken writer
-    kDrift   // the interface allows it, but some question about the table gets a wrong or useless answer
+    kDrift,   // a value that is derived from others differs from them, or bytes that nobody uses are not zero
+    kMeaning, // a value out of its range
+    kDangling // an object that needs another one that is not there; the rules of a configuration file
 };
 
 struct Finding {
     Kind kind;
-    std::string table; // such as "vlan"
-    std::string key;   // such as "100", "1/3 pep 2"
-    std::string field;
-    std::string stored;
-    std::string recomputed; // or what would be right
-    std::string cause;      // how it can have come about
+    std::string object; // as every output names it: "vlan 100", "port 1/3 pep 2"
+    std::string field;  // as save names it; empty: the object itself
+    std::string stored; // JSON; empty when it is not one value
+    std::string right;  // what it should be
+    std::string cause;  // how it can have come about
     bool operator==(const Finding&) const = default;
 };
 
 using Findings = std::vector<Finding>;
 
-// The whole audit.
-Findings Audit(const Picture& picture, const Configuration& configuration);
-
-// Its parts.
-void AuditSwitch(const Picture& picture, Findings& findings);
-void AuditVlans(const Picture& picture, Findings& findings);
-void AuditPorts(const Picture& picture, Findings& findings);
-void AuditEdgePort(Port port, const SwctCepData& data, Findings& findings);
-void AuditNetworkPort(Port port, const SwctNetworkPortData& data, Findings& findings);
-void AuditHistory(const Picture& picture, Findings& findings);
-void AuditRanges(const Configuration& configuration, Findings& findings);
-
-// One object under audit: adds findings about its fields.
+// One object under audit: its name is made only when there is something to say.
+template <class Name>
 class Subject {
 public:
-    Subject(Findings& findings, std::string table, std::string key)
-        : m_findings(findings), m_table(std::move(table)), m_key(std::move(key))
-    {
-    }
+    Subject(Findings& findings, Name name) : m_findings(findings), m_name(name) {}
 
-    void Damage(const char* field, uint64_t stored, const std::string& right, const char* cause);
-    void Drift(const char* field, uint64_t stored, const std::string& right, const char* cause);
-    // A value that its writer chose: drift when it is outside of 'first' to 'last'.
-    void Range(const char* field, uint64_t stored, uint64_t first, uint64_t last);
-    void Text(Kind kind, const char* field, const std::string& stored, const std::string& right, const char* cause);
+    void Drift(std::string_view field, uint64_t stored, uint64_t right, std::string_view cause)
+    {
+        Tell(Kind::kDrift, field, std::to_string(stored), std::to_string(right), cause);
+    }
+    void Meaning(std::string_view field, uint64_t stored, std::string right)
+    {
+        Tell(Kind::kMeaning, field, std::to_string(stored), std::move(right),
+             "a writer stored a value without a meaning");
+    }
+    void Tell(Kind kind, std::string_view field, std::string stored, std::string right, std::string_view cause)
+    {
+        m_findings.push_back(
+            {kind, m_name(), std::string(field), std::move(stored), std::move(right), std::string(cause)});
+    }
 
 private:
     Findings& m_findings;
-    std::string m_table;
-    std::string m_key;
+    Name m_name;
 };
+
+// The whole audit: of the node, of the ports, of the VLANs, of the history.
+Findings Audit(const Picture& picture, const std::vector<RingCopy>& rings15m, const std::vector<RingCopy>& rings24h);
+
+// Its parts.
+void AuditVlans(const Picture& picture, Findings& findings);
+void AuditBridgeData(Port port, const Picture& picture, Findings& findings);
+void AuditRing(const char* ringName, const RingCopy& ring, Findings& findings);
+void AuditObjects(const Configuration& configuration, Findings& findings); // ranges and rules, by the catalogue
 
 } // namespace tool

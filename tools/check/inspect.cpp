@@ -6,14 +6,23 @@
 
 namespace tool {
 
+namespace {
+
+Findings Look()
+{
+    return Audit(*TakePicture(), CopyRings15m(), CopyRings24h());
+}
+
+} // namespace
+
 Findings Inspect()
 {
     constexpr std::chrono::milliseconds kBetweenLooks(100); // a push of all classes takes less
-    Findings findings = Audit(TakePicture(), ReadRegion());
+    Findings findings = Look();
     if (!findings.empty()) {
         std::this_thread::sleep_for(kBetweenLooks);
         // Both lists are in the order of the audit, so one pass over the second finds what stayed.
-        const Findings second = Audit(TakePicture(), ReadRegion());
+        const Findings second = Look();
         auto from = second.begin();
         std::erase_if(findings, [&](const Finding& finding) {
             const auto found = std::find(from, second.end(), finding);
@@ -22,6 +31,12 @@ Findings Inspect()
         });
     }
     return findings;
+}
+
+const char* KindText(Kind kind)
+{
+    constexpr const char* kTexts[] = {"drift", "meaning", "dangling"};
+    return kTexts[static_cast<std::size_t>(kind)];
 }
 
 std::size_t CountOf(const Findings& findings, Kind kind)

@@ -9,6 +9,9 @@ namespace tool {
 // finding.  Needs the read view, and writes nothing.
 Findings Inspect();
 
+inline constexpr Kind kAllKinds[] = {Kind::kDrift, Kind::kMeaning, Kind::kDangling};
+
+const char* KindText(Kind kind);
 std::size_t CountOf(const Findings& findings, Kind kind);
 
 } // namespace tool

@@ -11,46 +11,57 @@ namespace tool {
 
 namespace {
 
-const char* KindText(Kind kind)
-{
-    return kind == Kind::kDamage ? "damage" : "drift";
-}
-
 std::string ToText(const Finding& finding)
 {
-    return fmt::format("{}  {} {}  {}: stored {}, should be {}\n        {}\n",
-                       Styled(finding.kind == Kind::kDamage ? Style::kBad : Style::kWarning,
-                              fmt::format("{:<6}", KindText(finding.kind))),
-                       finding.table, finding.key, finding.field, finding.stored, finding.recomputed,
-                       Styled(Style::kFaint, finding.cause));
+    const Style style = finding.kind == Kind::kMeaning ? Style::kBad : Style::kWarning;
+    std::string text = Styled(style, fmt::format("{:<8}", KindText(finding.kind))) + "  " + finding.object;
+    text += finding.field.empty() ? "" : ' ' + finding.field;
+    text += finding.stored.empty() ? "" : ": " + finding.stored;
+    text += finding.right.empty() ? "" : (finding.stored.empty() ? ": should be " : ", should be ") + finding.right;
+    return text + '\n' + std::string(10, ' ') + Styled(Style::kFaint, finding.cause) + '\n';
+}
+
+// A single value as what it is; "a number from 1 to 4094" is for people.
+Json ValueOf(const std::string& text)
+{
+    Json value = Json::parse(text, nullptr, false);
+    return value.is_discarded() ? Json() : value;
 }
 
 Json ToJson(const Finding& finding)
 {
-    return {{"kind", KindText(finding.kind)}, {"table", finding.table},   {"key", finding.key},
-            {"field", finding.field},         {"stored", finding.stored}, {"recomputed", finding.recomputed},
-            {"cause", finding.cause}};
+    return {{"kind", KindText(finding.kind)},
+            {"object", finding.object},
+            {"field", finding.field.empty() ? Json() : Json(finding.field)},
+            {"stored", ValueOf(finding.stored)},
+            {"right", ValueOf(finding.right)},
+            {"message", finding.right.empty() ? finding.cause : "should be " + finding.right + ": " + finding.cause}};
 }
 
 int Check(const Globals& globals)
 {
     AttachForReading();
     const Findings findings = Inspect();
-    const std::size_t damage = CountOf(findings, Kind::kDamage);
-    const std::size_t drift = CountOf(findings, Kind::kDrift);
+    Json counts = Json::object();
+    std::string countsText;
+    for (const Kind kind : kAllKinds) {
+        const std::size_t count = CountOf(findings, kind);
+        counts[KindText(kind)] = count;
+        countsText += fmt::format("{}{} {}", countsText.empty() ? "" : ", ", count, KindText(kind));
+    }
     if (globals.json) {
         Json list = Json::array();
         for (const Finding& finding : findings) {
             list.push_back(ToJson(finding));
         }
-        PrintJson({{"damage", damage}, {"drift", drift}, {"findings", std::move(list)}});
+        PrintJson({{"counts", std::move(counts)}, {"findings", std::move(list)}});
     } else {
         for (const Finding& finding : findings) {
             Print(ToText(finding));
         }
-        Print(findings.empty() ? Styled(Style::kGood, "no findings") + '\n'
-                               : fmt::format("{} finding{}: {} damage, {} drift\n", findings.size(),
-                                             findings.size() == 1 ? "" : "s", damage, drift));
+        Print(findings.empty()
+                  ? Styled(Style::kGood, "no findings") + '\n'
+                  : fmt::format("{} finding{}: {}\n", findings.size(), findings.size() == 1 ? "" : "s", countsText));
     }
     return findings.empty() ? kOk : kFindings;
 }

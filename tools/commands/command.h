@@ -39,6 +39,7 @@ Action SetUpWatch(CLI::App& command);
 Action SetUpHistory(CLI::App& command);
 Action SetUpMetrics(CLI::App& command);
 Action SetUpLayout(CLI::App& command);
+Action SetUpSchema(CLI::App& command);
 Action SetUpDemo(CLI::App& command);
 Action SetUpComplete(CLI::App& command);
 

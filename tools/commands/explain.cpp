@@ -32,13 +32,6 @@ std::string VlanText(uint16_t vlan)
     return name.is_null() ? fmt::format("VLAN {}", vlan) : fmt::format("VLAN {} \"{}\"", vlan, name.get<std::string>());
 }
 
-std::string ModeText(uint32_t mode)
-{
-    SwctSwitchAttributes attributes{};
-    attributes.dwSwitchMode = mode;
-    return TextOf(kSwitchFields, "mode", &attributes);
-}
-
 // The management standards disagree about every other value.
 constexpr uint32_t kAdmitAllOfStandards = 1;
 

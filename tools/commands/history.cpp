@@ -88,7 +88,7 @@ void AddSum(Json& row, const PeriodSum& sum, uint64_t secondsOfPeriod, const Cou
 
 Table PeriodTable(const Ring& ring, const QueueHistory& history, const Counters& counters)
 {
-    Table table{"periods", {{"period", "Period"}, TimeColumn(), {"state", "State"}}};
+    Table table{{{"period", "Period"}, TimeColumn(), {"state", "State"}}};
     AddColumns(table, counters);
     for (const Period& period : history.periods) {
         Json row = {{"period", PeriodText(period)}, {"state", StateText(period)}, {"time", TimeOf(period)}};
@@ -109,7 +109,7 @@ Table PeriodTable(const Ring& ring, const QueueHistory& history, const Counters&
 // One row for each queue: its past periods together.
 Table QueueTable(const Ring& ring, const Histories& histories, const Counters& counters)
 {
-    Table table{"queues", {{"queue", "Queue"}, {"periods", "Past"}, {"suspects", "Suspect"}}};
+    Table table{{{"queue", "Queue"}, {"periods", "Past"}, {"suspects", "Suspect"}}};
     AddColumns(table, counters);
     for (const QueueHistory& history : histories) {
         const PeriodSum sum = SumOf(history.periods);
@@ -126,7 +126,7 @@ Table QueueTable(const Ring& ring, const Histories& histories, const Counters& c
 // One counter of all queues, period by period.
 Table CounterTable(const Histories& histories, std::size_t counter)
 {
-    Table table{"periods", {{"period", "Period"}, TimeColumn()}};
+    Table table{{{"period", "Period"}, TimeColumn()}};
     std::size_t length = 0;
     for (const QueueHistory& history : histories) {
         table.columns.push_back({ToText(history.queue), ToText(history.queue)});

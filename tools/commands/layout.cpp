@@ -2,7 +2,8 @@
 #include "commands/command.h"
 #include "objects/failure.h"
 #include "region/region_layout.h"
-#include "terminal/table.h"
+#include "terminal/grid.h"
+#include "terminal/terminal.h"
 
 #include <fmt/format.h>
 
@@ -10,33 +11,45 @@ namespace tool {
 
 namespace {
 
-Table FieldsOf(const LayoutRecord& record)
+void PrintText()
 {
-    Table table{"fields", {{"name", "Field"}, {"offset", "Offset"}, {"size", "Size"}, {"meaning", "Meaning"}}};
-    for (std::size_t i = 0; i < record.nbrOfRows; ++i) {
-        const LayoutRow& row = record.pRows[i];
-        table.rows.push_back(
-            {{"name", row.pName}, {"offset", row.offset}, {"size", row.size}, {"meaning", row.pMeaning}});
+    const char* separator = "";
+    for (const LayoutRecord& record : kLayout) {
+        Grid grid;
+        for (std::size_t i = 0; i < record.nbrOfRows; ++i) {
+            const LayoutRow& row = record.pRows[i];
+            grid.Add("Field", row.pName);
+            grid.Add("Offset", std::to_string(row.offset), Fit::kNumber);
+            grid.Add("Size", std::to_string(row.size), Fit::kNumber);
+            grid.Add("Meaning", row.pMeaning);
+            grid.EndRow();
+        }
+        Print(fmt::format("{}{}, {} bytes\n{}", separator, record.pName, record.size, grid.TableText(0)));
+        separator = "\n";
     }
-    return table;
+}
+
+Json RecordsJson()
+{
+    Json records = Json::array();
+    for (const LayoutRecord& record : kLayout) {
+        Json fields = Json::array();
+        for (std::size_t i = 0; i < record.nbrOfRows; ++i) {
+            const LayoutRow& row = record.pRows[i];
+            fields.push_back(
+                {{"name", row.pName}, {"offset", row.offset}, {"size", row.size}, {"meaning", row.pMeaning}});
+        }
+        records.push_back({{"name", record.pName}, {"size", record.size}, {"fields", std::move(fields)}});
+    }
+    return records;
 }
 
 int Layout(const Globals& globals)
 {
-    Json records = Json::array();
-    for (const LayoutRecord& record : kLayout) {
-        const Table fields = FieldsOf(record);
-        if (globals.json) {
-            Json document = {{"name", record.pName}, {"size", record.size}};
-            document.update(ToJson(fields));
-            records.push_back(std::move(document));
-        } else {
-            const char* separator = &record == std::begin(kLayout) ? "" : "\n";
-            Print(fmt::format("{}{}, {} bytes\n{}", separator, record.pName, record.size, ToText(fields)));
-        }
-    }
     if (globals.json) {
-        PrintJson({{"object", kRegionName}, {"size", kRegionSize}, {"records", std::move(records)}});
+        PrintJson({{"object", kRegionName}, {"size", kRegionSize}, {"records", RecordsJson()}});
+    } else {
+        PrintText();
     }
     return kOk;
 }

@@ -51,6 +51,15 @@ std::vector<Sample> PortsByType()
     return samples;
 }
 
+std::vector<Sample> FindingsByKind(const Findings& findings)
+{
+    std::vector<Sample> samples;
+    for (const Kind kind : kAllKinds) {
+        samples.push_back({{{"kind", KindText(kind)}}, CountOf(findings, kind)});
+    }
+    return samples;
+}
+
 uint64_t UpTime()
 {
     SwctSwitchAttributes attributes{};
@@ -171,11 +180,8 @@ std::vector<Metric> Collect(const Options& options, const std::optional<Port>& p
               "gauge",
               "VID translations.",
               {{{}, NumberOf(Swct_VidTranslationMoidIterator, SWCT_CLASS_VID_TRANSLATION)}}},
-             {"piovios_check_findings",
-              "gauge",
-              "Findings of the region's audit (piovios check).",
-              {{{{"kind", "damage"}}, CountOf(findings, Kind::kDamage)},
-               {{{"kind", "drift"}}, CountOf(findings, Kind::kDrift)}}},
+             {"piovios_check_findings", "gauge", "Findings of the region's audit (piovios check).",
+              FindingsByKind(findings)},
              {"piovios_queue_events_total", "counter",
               "Counters of a queue from the 24-hour ring, for each of its two records; sum without (record).",
               Events(queues, options.nonzero)},

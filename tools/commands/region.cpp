@@ -24,7 +24,7 @@ void Report(const Globals& globals, const char* key, const char* verb)
 int Init(const Globals& globals, bool force)
 {
     if (!force && FindRegion()) {
-        throw Failure(kBadInput,
+        throw Failure(kInUse,
                       fmt::format("the region {} exists: save it first if it matters, then use 'piovios init --force', "
                                   "which wipes it",
                                   RegionName()));
@@ -40,9 +40,9 @@ int Remove(const Globals& globals, bool force)
     if (region && !force) {
         const std::string users = ToText(UsersOf(*region));
         if (!users.empty()) {
-            throw Failure(kBadInput, fmt::format("the region {} is in use by {}: stop them, or use 'piovios remove "
-                                                 "--force' and they keep a region that no other process sees",
-                                                 RegionName(), users));
+            throw Failure(kInUse, fmt::format("the region {} is in use by {}: stop them, or use 'piovios remove "
+                                              "--force' and they keep a region that no other process sees",
+                                              RegionName(), users));
         }
     }
     RemoveRegion();

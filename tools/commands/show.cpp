@@ -12,47 +12,50 @@ namespace tool {
 
 namespace {
 
-enum Takes : unsigned { kNothing = 0, kVlans = 1, kPort = 2, kSvids = 4, kVlanId = 8, kPortId = 16 };
+enum Takes : unsigned { kNothing = 0, kVlans = 1, kPort = 2, kSvids = 4, kVlanId = 8, kPortId = 16, kEach = 32 };
 
 struct Topic {
     const char* name;
     const char* summary;
     const char* examples;
     unsigned takes;
-    Table (*make)(const Filter&);
+    void (*show)(const View&, const Filter&);
 };
 
 constexpr Topic kTopics[] = {
-    {"switch", "The switch attributes", "piovios show switch\n", kNothing, SwitchSheet},
+    {"switch", "The switch attributes", "piovios show switch\n", kNothing, ShowSwitch},
     {"vlans", "The VLANs with their members",
      "piovios show vlans\npiovios show vlans --vlan 10-20,300\npiovios show vlans --port 1/2\n", kVlans | kPort,
-     VlanTable},
-    {"vlan", "All about one VLAN", "piovios show vlan 100\n", kVlanId, VlanSheet},
-    {"ports", "The switch ports", "piovios show ports\npiovios show ports --vlan 100\n", kVlans | kPort, PortTable},
-    {"port", "All about one port", "piovios show port 1/2\n", kPortId, PortSheet},
-    {"qinq", "The QinQ ports", "piovios show qinq\npiovios show qinq --svid 300\n", kPort | kSvids, QinQTable},
+     ShowVlans},
+    {"vlan", "All about one VLAN", "piovios show vlan 100\n", kVlanId, ShowVlan},
+    {"ports", "The switch ports", "piovios show ports\npiovios show ports --vlan 100\n", kVlans | kPort, ShowPorts},
+    {"port", "All about one port", "piovios show port 1/2\n", kPortId, ShowPort},
+    {"qinq", "The QinQ ports", "piovios show qinq\npiovios show qinq --svid 300\n", kPort | kSvids, ShowQinQ},
     {"peps", "The provider edge ports",
-     "piovios show peps\npiovios show peps --port 1/3\npiovios show peps --svid 100\n", kPort | kSvids, PepTable},
-    {"cvids", "The C-VID registrations; --vlan is the C-VID",
-     "piovios show cvids --port 1/3\npiovios show cvids --vlan 10-20 --svid 100\n", kVlans | kPort | kSvids, CVidTable},
+     "piovios show peps\npiovios show peps --port 1/3\npiovios show peps --svid 100\n", kPort | kSvids, ShowPeps},
+    {"cvids", "The C-VID registrations, those alike together; --vlan is the C-VID",
+     "piovios show cvids --port 1/3\npiovios show cvids --vlan 10-20 --each\n", kVlans | kPort | kSvids | kEach,
+     ShowCVids},
     {"translations", "The VID translations; --vlan is the local VID, --svid the relay VID",
      "piovios show translations\npiovios show translations --port 2/1 --svid 100\n", kVlans | kPort | kSvids,
-     TranslationTable},
+     ShowTranslations},
     {"priorities", "The regenerated priorities of the provider edge ports",
-     "piovios show priorities\npiovios show priorities --port 1/3\n", kPort | kSvids, PriorityTable},
+     "piovios show priorities\npiovios show priorities --port 1/3\n", kPort | kSvids, ShowPriorities},
     {"inner-tags", "The inner tags of the VLAN interfaces",
-     "piovios show inner-tags\npiovios show inner-tags --vlan 100\n", kVlans, InnerTagTable},
+     "piovios show inner-tags\npiovios show inner-tags --vlan 100\n", kVlans, ShowInnerTags},
 };
 
 struct FilterWords {
     std::optional<std::string> vlans;
     std::optional<std::string> svids;
     std::optional<std::string> port;
+    bool isEach = false;
 };
 
 Filter ParseFilter(const FilterWords& words, unsigned takes)
 {
     Filter filter;
+    filter.isEach = words.isEach;
     if (words.vlans) {
         filter.vlans = ParseVlans(*words.vlans);
     }
@@ -82,10 +85,16 @@ Action SetUpTopic(CLI::App& command, const Topic& topic)
     add(kVlans, "--vlan", words->vlans, "LIST", "Only these VLANs, such as 10-20,300");
     add(kPort, "--port", words->port, "SLOT/PORT", "Only of this port, such as 1/2");
     add(kSvids, "--svid", words->svids, "LIST", "Only of these service VLANs, such as 100-199");
+    if ((topic.takes & kEach) != 0) {
+        command.add_flag("--each", words->isEach, "Each C-VID by itself");
+    }
     return [words, &topic](const Globals& globals) {
-        const Filter filter = ParseFilter(*words, topic.takes);
+        Filter filter = ParseFilter(*words, topic.takes);
+        filter.isJson = globals.json;
         AttachForReading();
-        Show(topic.make(filter), globals.json);
+        const auto picture = TakePicture();
+        const Configuration configuration = ReadConfiguration(*picture);
+        topic.show({*picture, configuration}, filter);
         return kOk;
     };
 }

@@ -1,7 +1,11 @@
 // show_bridging.cpp - what show tells of the provider bridge: edge ports, registrations, translations, priorities, and
 // QinQ ports.
-#include "commands/region_view.h"
 #include "commands/show_topics.h"
+#include "file/write_objects.h"
+#include "objects/records.h"
+#include "terminal/report.h"
+#include "terminal/terminal.h"
+#include "terminal/text.h"
 
 #include <fmt/format.h>
 
@@ -9,204 +13,262 @@ namespace tool {
 
 namespace {
 
-constexpr char kNoPeps[] = "no provider edge ports";
-
-Json NullForZero(unsigned value)
+template <class Record>
+Port PortOf(const Record& sRecord)
 {
-    return value != 0 ? Json(value) : Json();
+    return {sRecord.sMoid.bSlot, sRecord.sMoid.bPort};
 }
 
-// Visits the PEPs that the filter lets through, with their S-VIDs.
-template <class Visit>
-void WalkPeps(const Filter& filter, Visit visit)
+uint16_t PepOf(const View& view, Port port, uint16_t sVid)
 {
-    Walk(Swct_ProviderEdgePortMoidIterator, SWCT_CLASS_PROVIDER_EDGE_PORT, [&](const SwctProviderEdgePortMoid& moid) {
-        const auto svid = static_cast<uint16_t>(Swct_ProviderEdgePort_GetSVid(moid));
-        const Port port{moid.bSlot, moid.bPort};
-        if (filter.HasPort(port) && filter.HasSvid(svid)) {
-            visit(moid, port, svid);
-        }
-    });
+    uint16_t index = 0;
+    for (const SwctProviderEdgePortRecord& sPep :
+         OfFirstKey(view.configuration.aPep, PortNumber(port.slot, port.port))) {
+        index = sPep.sBody.wSvid == sVid ? +sPep.sMoid.wPepIndex : index;
+    }
+    return index;
 }
 
-// The default registration of a CEP as a row among its registrations.
-void AddDefaultRegistration(Table& table, const SwctPortMoid& moid, const Filter& filter)
+void WriteVlanName(Report& report, const View& view, uint16_t vlan)
 {
-    SwctDefaultCVidRegistrationRecord record{moid, {}};
-    Swct_ReadDefaultCVidRegistration(moid, &record.sBody);
-    const uint16_t svid = record.sBody.wSvid;
-    if (svid != SWCT_VID_NONE && filter.HasPort(PortOf(moid)) && filter.HasSvid(svid) && !filter.vlans) {
-        table.rows.push_back(RowOf(table, kDefaultRegistrationFields, &record,
-                                   {{"port", ToText(PortOf(moid))},
-                                    {"cVid", "default"},
-                                    {"pep", NullForZero(PepIndexOf(PortOf(moid), svid))}}));
+    const auto* const pVlan = Find(view.configuration.aVlan, MakeKey(vlan, 0));
+    if (!report.IsJson() && pVlan != nullptr) {
+        report.Fields(Class::kVlan, {"name"}, pVlan);
+    } else {
+        report.Cell("Name", "", Fit::kCut);
     }
 }
 
-// The VIDs, 1 to 4094, for which 'isThere' holds.
-template <class IsThere>
-Json VidsWith(IsThere isThere)
+// Tells that objects are stored and mean nothing in the present switch mode.
+void EndTopic(Report& report, const View& view, uint32_t mode, std::string_view what)
 {
-    Json vids = Json::array();
-    for (uint16_t vid = 1; vid <= SWCT_PB_VID_MAX; ++vid) {
-        if (isThere(vid)) {
-            vids.push_back(vid);
+    const bool isInForce = view.configuration.sSwitch.dwSwitchMode == mode;
+    report.Print(what);
+    if (!isInForce && !report.IsJson() && report.NrOfRows() > 0) {
+        const Field& field = FieldOf(Class::kSwitch, "mode");
+        Print(fmt::format("not in force: the switch mode is {}\n",
+                          PlainText(RowOf(Class::kSwitch), field, &view.configuration.sSwitch)));
+    }
+}
+
+Report BeginTopic(const Filter& filter, const View& view, uint32_t mode, std::string_view key)
+{
+    Report report(filter.isJson, key);
+    report.Note("inForce", view.configuration.sSwitch.dwSwitchMode == mode);
+    return report;
+}
+
+// The C-VIDs of a group that the filter lets through.
+std::vector<VidRange> Filtered(const std::vector<VidRange>& cVids, const Filter& filter)
+{
+    if (!filter.vlans) {
+        return cVids;
+    }
+    std::vector<VidRange> filtered;
+    for (const VidRange& range : cVids) {
+        for (uint16_t cVid = range.first; cVid <= range.last; ++cVid) {
+            if (filter.HasVlan(cVid)) {
+                AppendVid(filtered, cVid);
+            }
         }
     }
-    return vids;
+    return filtered;
+}
+
+void WriteRegistrationCells(Report& report, const View& view, const SwctCVidRegistrationRecord& sRecord)
+{
+    report.Fields(Class::kRegistration, {"sVid"}, &sRecord);
+    report.Number("pep", "PEP", PepOf(view, PortOf(sRecord), sRecord.sBody.wSvid), true);
+    report.Fields(Class::kRegistration, {"untaggedCep", "untaggedPep"}, &sRecord);
+    report.Cell("Relay C-VID", sRecord.sBody.boRelayCVid == 1 ? std::to_string(sRecord.sBody.wRelayCVid) : "",
+                Fit::kNumber);
+}
+
+void WriteGroups(Report& report, const View& view, const Filter& filter, Port port)
+{
+    const auto registrations = OfFirstKey(view.configuration.aCVidRegistration, PortNumber(port.slot, port.port));
+    for (RegistrationGroup& group : GroupRegistrations(registrations)) {
+        group.cVids = Filtered(group.cVids, filter);
+        if (group.cVids.empty() || !filter.HasPort(port) || !filter.HasSvid(group.pFirst->sBody.wSvid)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        report.Cell("C-VIDs", VidListText(group.cVids), Fit::kCut);
+        if (report.IsJson()) {
+            WriteRegistrations(report.Writer(), group);
+        }
+        WriteRegistrationCells(report, view, *group.pFirst);
+        report.EndRow();
+    }
+}
+
+void WriteEach(Report& report, const View& view, const Filter& filter, Port port)
+{
+    for (const auto& sRecord : OfFirstKey(view.configuration.aCVidRegistration, PortNumber(port.slot, port.port))) {
+        if (!filter.HasVlan(sRecord.sMoid.wCVid) || !filter.HasPort(port) || !filter.HasSvid(sRecord.sBody.wSvid)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        if (report.IsJson()) {
+            report.Writer().Members(RowOf(Class::kRegistration).fields, &sRecord);
+        }
+        report.Fields(Class::kRegistration, {"cVid"}, &sRecord);
+        WriteRegistrationCells(report, view, sRecord);
+        report.EndRow();
+    }
+}
+
+// The default registration of a CEP as a row behind its registrations.
+void WriteDefault(Report& report, const View& view, const Filter& filter, Port port)
+{
+    const auto defaults = OfFirstKey(view.configuration.aDefaultRegistration, PortNumber(port.slot, port.port));
+    if (defaults.empty() || defaults[0].sBody.wSvid == 0 || defaults[0].sBody.wSvid == SWCT_VID_NONE) {
+        return;
+    }
+    const uint16_t sVid = defaults[0].sBody.wSvid;
+    if (!filter.HasPort(port) || !filter.HasSvid(sVid) || filter.vlans) {
+        report.Skip();
+        return;
+    }
+    report.BeginRow();
+    report.Text("port", "Port", ToText(port));
+    report.Cell("C-VIDs", "default", Fit::kCut);
+    if (report.IsJson()) {
+        report.Writer().Name("isDefault").YesNo(true);
+        report.Writer().Members(RowOf(Class::kDefaultRegistration).fields, defaults.data());
+    }
+    report.Fields(Class::kDefaultRegistration, {"sVid"}, defaults.data());
+    report.Number("pep", "PEP", PepOf(view, port, sVid), true);
+    report.Cell("Untagged CEP", "");
+    report.Fields(Class::kDefaultRegistration, {"untaggedPep"}, defaults.data());
+    report.Cell("Relay C-VID", "", Fit::kNumber);
+    report.EndRow();
 }
 
 } // namespace
 
-Table PepTable(const Filter& filter)
+void ShowPeps(const View& view, const Filter& filter)
 {
-    Table table{"peps",
-                {{"port", "Port"},
-                 {"index", "PEP"},
-                 {"sVid", "S-VID"},
-                 {"name", "Name"},
-                 {"cVids", "C-VIDs"},
-                 {"firstCVid", "First C-VID"},
-                 {"settings", "Settings", Look::kPlain, true}},
-                {},
-                false,
-                kNoPeps};
-    WalkPeps(filter, [&table](const SwctProviderEdgePortMoid& moid, Port port, uint16_t svid) {
-        SwctProviderEdgePortRecord record{moid, {}};
-        Swct_ReadProviderEdgePort(moid, &record.sBody);
-        SwctCVidRegistration first{};
-        Swct_GetFirstCVidRegistrationForSVid(port.slot, port.port, svid, &first);
-        table.rows.push_back(RowOf(table, kPepFields, &record,
-                                   {{"port", ToText(port)},
-                                    {"name", VlanName(svid)},
-                                    {"cVids", Swct_GetNumberOfCVidRegistrationsForSVid(port.slot, port.port, svid)},
-                                    {"firstCVid", NullForZero(first.wCVid)}}));
-    });
-    return table;
-}
-
-Table CVidTable(const Filter& filter)
-{
-    Table table{"cVids",
-                {{"port", "Port"},
-                 {"cVid", "C-VID"},
-                 {"sVid", "S-VID"},
-                 {"pep", "PEP"},
-                 {"untaggedCep", "Untagged on CEP"},
-                 {"untaggedPep", "Untagged on PEP"},
-                 {"relayCVid", "Relay C-VID"}},
-                {},
-                false,
-                "no C-VID registrations"};
-    Walk(Swct_CVidRegistrationMoidIterator, SWCT_CLASS_CVID_REGISTRATION, [&](const SwctCVidRegistrationMoid& moid) {
-        SwctCVidRegistrationRecord record{moid, {}};
-        Swct_ReadCVidRegistration(moid, &record.sBody);
-        const Port port{moid.bSlot, moid.bPort};
-        if (filter.HasPort(port) && filter.HasVlan(moid.wCVid) && filter.HasSvid(record.sBody.wSvid)) {
-            table.rows.push_back(
-                RowOf(table, kCVidRegistrationFields, &record,
-                      {{"port", ToText(port)},
-                       {"cVid", +moid.wCVid},
-                       {"pep", NullForZero(PepIndexOf(port, record.sBody.wSvid))},
-                       {"relayCVid", NullForZero(record.sBody.boRelayCVid == 1 ? +record.sBody.wRelayCVid : 0)}}));
+    Report report = BeginTopic(filter, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "providerEdgePorts");
+    for (const SwctProviderEdgePortRecord& sPep : view.configuration.aPep) {
+        const Port port = PortOf(sPep);
+        const uint16_t sVid = sPep.sBody.wSvid;
+        if (!filter.HasPort(port) || !filter.HasSvid(sVid)) {
+            report.Skip();
+            continue;
         }
-    });
-    Walk(Swct_DefaultCVidRegistrationMoidIterator, SWCT_CLASS_DEFAULT_CVID_REGISTRATION,
-         [&](const SwctPortMoid& moid) { AddDefaultRegistration(table, moid, filter); });
-    return table;
-}
-
-Table TranslationTable(const Filter& filter)
-{
-    Table table{"translations",
-                {{"port", "Port"}, {"localVid", "Local VID"}, {"relayVid", "Relay VID"}, {"status", "Status"}},
-                {},
-                false,
-                "no VID translations"};
-    Walk(Swct_VidTranslationMoidIterator, SWCT_CLASS_VID_TRANSLATION, [&](const SwctVidTranslationMoid& moid) {
-        SwctVidTranslationRecord record{moid, {}};
-        Swct_ReadVidTranslation(moid, &record.sBody);
-        const Port port{moid.bSlot, moid.bPort};
-        if (filter.HasPort(port) && filter.HasVlan(moid.wLocalVid) && filter.HasSvid(record.sBody.wRelayVid)) {
-            table.rows.push_back(RowOf(table, kVidTranslationFields, &record, {{"port", ToText(port)}}));
+        const SwctCepData& sCep = view.picture.aBridgeData[IndexOf(port)].sCep;
+        const unsigned index = sPep.sMoid.wPepIndex - 1U;
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        if (report.IsJson()) {
+            WritePep(report.Writer(), view.configuration, sPep);
         }
-    });
-    return table;
-}
-
-Table PriorityTable(const Filter& filter)
-{
-    Table table{"priorities",
-                {{"port", "Port"},
-                 {"index", "PEP"},
-                 {"sVid", "S-VID"},
-                 {"priorityRegeneration", "Priority 1 to 8 becomes", Look::kList}},
-                {},
-                false,
-                kNoPeps};
-    WalkPeps(filter, [&table](const SwctProviderEdgePortMoid& moid, Port port, uint16_t svid) {
-        table.rows.push_back({{"port", ToText(port)},
-                              {"index", +moid.wPepIndex},
-                              {"sVid", svid},
-                              {"priorityRegeneration", RegeneratedPriorities(moid)}});
-    });
-    return table;
-}
-
-Table QinQTable(const Filter& filter)
-{
-    Table table{"qinqPorts",
-                {{"port", "Port"},
-                 {"enabled", "Enabled"},
-                 {"providerVid", "Provider VID"},
-                 {"name", "Name"},
-                 {"priority", "Priority"},
-                 {"etherType", "Ether type"},
-                 {"tunnelControlProtocols", "Tunnelling"},
-                 {"tunnelMac", "Tunnel MAC"}},
-                {},
-                false,
-                "no QinQ ports"};
-    Walk(Swct_QinQPortMoidIterator, SWCT_CLASS_QINQ_PORT, [&](const SwctPortMoid& moid) {
-        SwctQinQPortRecord record{moid, {}};
-        Swct_ReadQinQPort(moid, &record.sBody);
-        const uint16_t vid = record.sBody.wProviderTagVid;
-        if (record.sBody.dwQinQStatus != SWCT_QINQ_NONE && filter.HasPort(PortOf(moid)) && filter.HasSvid(vid)) {
-            table.rows.push_back(
-                RowOf(table, kQinQFields, &record, {{"port", ToText(PortOf(moid))}, {"name", VlanName(vid)}}));
-        }
-    });
-    return table;
-}
-
-void AddBridgeData(Table& table, Json& row, Port port)
-{
-    const auto add = [&](const char* key, const char* title, Json value, Look look = Look::kPlain) {
-        table.columns.push_back({key, title, look});
-        row[key] = std::move(value);
-    };
-    const uint32_t type = Swct_GetPbPortType(port.slot, port.port);
-    if (Swct_GetSwitchMode() == SWCT_SWITCH_MODE_QINQ) {
-        const Table qinq = QinQTable({{}, {}, port});
-        for (std::size_t i = 1; i < qinq.columns.size() && !qinq.rows.empty(); ++i) {
-            add(qinq.columns[i].key.c_str(), ("QinQ " + qinq.columns[i].title).c_str(),
-                qinq.rows[0][qinq.columns[i].key]);
-        }
-    } else if (type == SWCT_PB_PORT_CEP) {
-        const SwctPortMoid defaults{SWCT_CLASS_DEFAULT_CVID_REGISTRATION, port.slot, port.port};
-        const auto defaultSvid = static_cast<uint16_t>(Swct_DefaultCVidRegistration_GetSVid(defaults));
-        add("peps", "Provider edge ports", Swct_GetNumberOfPepInCep(port.slot, port.port));
-        add("sVids", "Service VLANs", VidsWith([port](uint16_t vid) { return PepIndexOf(port, vid) != 0; }));
-        add("cVids", "Registered C-VIDs",
-            VidsWith([port](uint16_t vid) { return Swct_DoesCVlanForOnePortExist(vid, port.slot, port.port) != 0; }));
-        add("defaultSVid", "Default service VLAN", defaultSvid != SWCT_VID_NONE ? Json(defaultSvid) : Json());
-    } else if (type == SWCT_PB_PORT_PNP || type == SWCT_PB_PORT_CNP) {
-        Json translations = Json::array();
-        for (const Json& translation : TranslationTable({{}, {}, port}).rows) {
-            translations.push_back(translation["localVid"].dump() + "->" + translation["relayVid"].dump());
-        }
-        add("vidTranslations", "VID translations", std::move(translations), Look::kComma);
+        report.Fields(Class::kPep, {"index", "sVid"}, &sPep);
+        WriteVlanName(report, view, sVid);
+        report.Number("cVids", "C-VIDs", sCep.awNbrOfCVidInPep[index]);
+        report.Number("firstCVid", "First C-VID", sCep.awFirstCVidInPep[index], true);
+        report.Fields(Class::kPep, {"settings"}, &sPep);
+        report.EndRow();
     }
+    report.HideIfEmpty("Settings");
+    EndTopic(report, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "provider edge ports");
+}
+
+void ShowCVids(const View& view, const Filter& filter)
+{
+    Report report = BeginTopic(filter, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "cVidRegistrations");
+    for (const Port port : AllPorts()) {
+        if (filter.isEach) {
+            WriteEach(report, view, filter, port);
+        } else {
+            WriteGroups(report, view, filter, port);
+        }
+        WriteDefault(report, view, filter, port);
+    }
+    EndTopic(report, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "C-VID registrations");
+}
+
+void ShowTranslations(const View& view, const Filter& filter)
+{
+    Report report = BeginTopic(filter, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "vidTranslations");
+    for (const SwctVidTranslationRecord& sRecord : view.configuration.aVidTranslation) {
+        const Port port = PortOf(sRecord);
+        if (!filter.HasPort(port) || !filter.HasVlan(sRecord.sMoid.wLocalVid) ||
+            !filter.HasSvid(sRecord.sBody.wRelayVid)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        if (report.IsJson()) {
+            report.Writer().Members(RowOf(Class::kTranslation).fields, &sRecord);
+        }
+        report.Fields(Class::kTranslation, {"localVid", "relayVid", "status"}, &sRecord);
+        report.EndRow();
+    }
+    EndTopic(report, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "VID translations");
+}
+
+void ShowPriorities(const View& view, const Filter& filter)
+{
+    Report report = BeginTopic(filter, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "priorities");
+    for (const SwctProviderEdgePortRecord& sPep : view.configuration.aPep) {
+        const Port port = PortOf(sPep);
+        if (!filter.HasPort(port) || !filter.HasSvid(sPep.sBody.wSvid)) {
+            report.Skip();
+            continue;
+        }
+        const uint32_t number = PortNumber(port.slot, port.port);
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        if (report.IsJson()) {
+            report.Writer().Members(RowOf(Class::kPep).fields.first(2), &sPep);
+            report.Writer().Name(RowOf(Class::kPriority).member).Open('[');
+        }
+        report.Fields(Class::kPep, {"index", "sVid"}, &sPep);
+        std::string text;
+        for (const auto& sPriority :
+             Between(view.configuration.aServicePriority, MakeKey(number, 1, sPep.sMoid.wPepIndex),
+                     MakeKey(number, SWCT_PRIORITY_MAX, sPep.sMoid.wPepIndex))) {
+            if (report.IsJson()) {
+                report.Writer().Number(sPriority.sBody.dwRegeneratedPriority);
+            }
+            text += (text.empty() ? "" : " ") + std::to_string(sPriority.sBody.dwRegeneratedPriority);
+        }
+        if (report.IsJson()) {
+            report.Writer().Close();
+        }
+        report.Cell("Priority 1 to 8 becomes", text);
+        report.EndRow();
+    }
+    EndTopic(report, view, SWCT_SWITCH_MODE_PROVIDER_BRIDGE, "provider edge ports");
+}
+
+void ShowQinQ(const View& view, const Filter& filter)
+{
+    Report report = BeginTopic(filter, view, SWCT_SWITCH_MODE_QINQ, "qinq");
+    for (const SwctQinQPortRecord& sRecord : view.configuration.aQinQ) {
+        const Port port = PortOf(sRecord);
+        if (!filter.HasPort(port) || !filter.HasSvid(sRecord.sBody.wProviderTagVid)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        report.Text("port", "Port", ToText(port));
+        if (report.IsJson()) {
+            report.Writer().Members(RowOf(Class::kQinQ).fields, &sRecord);
+        }
+        report.Fields(Class::kQinQ, {"enabled", "providerVid"}, &sRecord);
+        WriteVlanName(report, view, sRecord.sBody.wProviderTagVid);
+        report.Fields(Class::kQinQ, {"priority", "etherType", "tunnelControlProtocols", "tunnelMac"}, &sRecord);
+        report.EndRow();
+    }
+    EndTopic(report, view, SWCT_SWITCH_MODE_QINQ, "QinQ ports");
 }
 
 } // namespace tool

@@ -1,248 +1,333 @@
 // show_switching.cpp - what show tells of the switch, its VLANs and its ports.
-#include "commands/region_view.h"
 #include "commands/show_topics.h"
+#include "file/write_objects.h"
 #include "objects/failure.h"
+#include "objects/records.h"
+#include "terminal/report.h"
 #include "terminal/text.h"
 
-#include <algorithm>
+#include <array>
 #include <fmt/format.h>
 
 namespace tool {
 
 namespace {
 
-bool IsMemberOfAny(Port port, const Filter& filter)
+constexpr uint32_t kOther = SWCT_MEMBERSHIP_UNTAGGED + 1; // every membership above it
+
+bool IsOfKind(uint32_t membership, uint32_t kind)
 {
-    const auto vlans = ExistingVlans();
-    return !filter.vlans || std::any_of(vlans.begin(), vlans.end(), [&](uint16_t vlan) {
-        return filter.HasVlan(vlan) && MembershipOf(vlan, port) != 0;
-    });
+    return kind == kOther ? membership >= kOther : membership == kind;
 }
 
-Json VlanRow(const Table& table, uint16_t vlan)
+std::vector<Port> MembersOf(const View& view, uint16_t vlan, uint32_t kind)
 {
-    SwctVlanRecord record{{SWCT_CLASS_VLAN, vlan}, {}};
-    Swct_ReadVlan(record.sMoid, &record.sBody);
-    return RowOf(table, kVlanFields, &record,
-                 {{"name", VlanName(vlan)},
-                  {"users", Swct_GetVlanNbrOfQinQOrPep(vlan)},
-                  {"tagged", PortsOfVlan(vlan, SWCT_MEMBERSHIP_TAGGED)},
-                  {"untagged", PortsOfVlan(vlan, SWCT_MEMBERSHIP_UNTAGGED)},
-                  {"otherMembers", PortsOfVlan(vlan, kOtherMembership)}});
-}
-
-Json PortRow(const Table& table, Port port)
-{
-    const SwctSwitchPortRecord record = ReadPort(port);
-    return RowOf(table, kPortFields, &record,
-                 {{"taggedVlans", VlansOfPort(port, SWCT_MEMBERSHIP_TAGGED)},
-                  {"untaggedVlans", VlansOfPort(port, SWCT_MEMBERSHIP_UNTAGGED)},
-                  {"otherVlans", VlansOfPort(port, kOtherMembership)}});
-}
-
-Json InnerTagOf(uint16_t vlan)
-{
-    uint16_t innerVlan = 0;
-    uint16_t priority = 0;
-    uint8_t isEnabled = 0;
-    uint8_t hasPriority = 0;
-    Swct_GetVlanInnerTagInfo(vlan, &innerVlan, &isEnabled, &priority, &hasPriority);
-    if (isEnabled == 0) {
-        return nullptr;
+    std::vector<Port> ports;
+    for (const SwctVlanPortRecord& sMember : OfFirstKey(view.configuration.aVlanPort, vlan)) {
+        if (IsOfKind(sMember.sBody.dwMembership, kind)) {
+            ports.push_back({sMember.sMoid.bSlot, sMember.sMoid.bPort});
+        }
     }
-    return fmt::format("VLAN {}{}", innerVlan, hasPriority != 0 ? fmt::format(", priority {}", priority) : "");
-}
-
-// "1/1 vid 2100": ports that translate a VID to the VLAN.
-Json TranslationsTo(uint16_t vlan)
-{
-    Json translations = Json::array();
-    Walk(Swct_VidTranslationMoidIterator, SWCT_CLASS_VID_TRANSLATION, [&](const SwctVidTranslationMoid& moid) {
-        if (Swct_VidTranslation_GetRelayVid(moid) == vlan) {
-            translations.push_back(fmt::format("{}/{} vid {}", moid.bSlot, moid.bPort, +moid.wLocalVid));
-        }
-    });
-    return translations;
-}
-
-Json QinQPortsOf(uint16_t vlan)
-{
-    Json ports = Json::array();
-    Walk(Swct_QinQPortMoidIterator, SWCT_CLASS_QINQ_PORT, [&](const SwctPortMoid& moid) {
-        if (Swct_GetQinQPortProviderVid(moid) == vlan) {
-            ports.push_back(ToText(PortOf(moid)));
-        }
-    });
     return ports;
+}
+
+uint32_t MembershipOf(const View& view, uint16_t vlan, Port port)
+{
+    const SwctVlanEntry& sEntry = view.picture.aVlan[vlan - 1U];
+    return sEntry.boExists != 0 ? +sEntry.adwMembership[port.slot - 1][port.port - 1] : 0;
+}
+
+std::vector<VidRange> VlansOf(const View& view, Port port, uint32_t kind)
+{
+    std::vector<VidRange> vlans;
+    for (uint16_t vlan = 1; vlan <= SWCT_VLAN_MAX; ++vlan) {
+        if (IsOfKind(MembershipOf(view, vlan, port), kind)) {
+            AppendVid(vlans, vlan);
+        }
+    }
+    return vlans;
+}
+
+void WriteVlanCells(Report& report, const View& view, const SwctVlanRecord& sVlan)
+{
+    const uint16_t vlan = sVlan.sMoid.wVlanId;
+    report.PortCell("Tagged", MembersOf(view, vlan, SWCT_MEMBERSHIP_TAGGED));
+    report.PortCell("Untagged", MembersOf(view, vlan, SWCT_MEMBERSHIP_UNTAGGED));
+    report.PortCell("Other members", MembersOf(view, vlan, kOther));
+    report.HideIfEmpty("Other members");
+}
+
+bool IsMemberOfAny(const View& view, Port port, const Filter& filter)
+{
+    for (uint16_t vlan = 1; vlan <= SWCT_VLAN_MAX && filter.vlans; ++vlan) {
+        if (filter.HasVlan(vlan) && MembershipOf(view, vlan, port) != 0) {
+            return true;
+        }
+    }
+    return !filter.vlans;
+}
+
+void WritePortVlans(Report& report, const View& view, Port port)
+{
+    report.Vids("untaggedVlans", "Untagged", VlansOf(view, port, SWCT_MEMBERSHIP_UNTAGGED));
+    report.Vids("taggedVlans", "Tagged", VlansOf(view, port, SWCT_MEMBERSHIP_TAGGED));
+    report.Vids("otherVlans", "Other VLANs", VlansOf(view, port, kOther));
+    report.HideIfEmpty("Other VLANs");
+}
+
+std::string InnerTagText(const View& view, uint16_t vlan)
+{
+    const auto* const pTag = Find(view.configuration.aInnerTag, MakeKey(vlan, 0));
+    if (pTag == nullptr || pTag->sBody.dwInnerTagEnable != SWCT_INNER_TAG_ON) {
+        return "";
+    }
+    return fmt::format("VLAN {}", +pTag->sBody.wInnerVlanId) +
+           (pTag->sBody.dwInnerPriorityEnable == SWCT_INNER_TAG_ON
+                ? fmt::format(", priority {}", +pTag->sBody.dwInnerPriority)
+                : "");
+}
+
+// The objects of other classes that name the VLAN: "1/3 pep 2", "1/1 vid 2100".
+void WriteUsers(Report& report, const View& view, uint16_t vlan)
+{
+    const auto write = [&report](Class id, const char* name, const char* title, const auto& records, auto isIt) {
+        std::string text;
+        if (report.IsJson()) {
+            report.Writer().Name(name).Open('[');
+        }
+        for (const auto& sRecord : records) {
+            if (!isIt(sRecord)) {
+                continue;
+            }
+            const Port port{sRecord.sMoid.bSlot, sRecord.sMoid.bPort};
+            if (report.IsJson()) {
+                report.Writer().Open('{');
+                report.Writer().Name("port").Text(ToText(port));
+                if (RowOf(id).keyField != kNoField) {
+                    report.Writer().Member(RowOf(id).fields[RowOf(id).keyField], &sRecord);
+                }
+                report.Writer().Close();
+            } else {
+                text += (text.empty() ? "" : ", ") + ObjectName(RowOf(id), &sRecord).substr(5); // without "port "
+            }
+        }
+        if (report.IsJson()) {
+            report.Writer().Close();
+        }
+        report.Cell(title, std::move(text));
+    };
+    write(Class::kPep, "peps", "Provider edge ports", view.configuration.aPep,
+          [vlan](const auto& sPep) { return sPep.sBody.wSvid == vlan; });
+    write(Class::kQinQ, "qinqPorts", "QinQ ports", view.configuration.aQinQ,
+          [vlan](const auto& sQinQ) { return sQinQ.sBody.wProviderTagVid == vlan; });
+    write(Class::kTranslation, "translations", "Translated from", view.configuration.aVidTranslation,
+          [vlan](const auto& sTranslation) { return sTranslation.sBody.wRelayVid == vlan; });
+}
+
+std::vector<VidRange> SVidsOf(const View& view, uint32_t port)
+{
+    VlanSet sVids;
+    for (const SwctProviderEdgePortRecord& sPep : OfFirstKey(view.configuration.aPep, port)) {
+        if (sPep.sBody.wSvid <= SWCT_VLAN_MAX) {
+            sVids.set(sPep.sBody.wSvid);
+        }
+    }
+    std::vector<VidRange> ranges;
+    for (std::size_t sVid = sVids._Find_first(); sVid < sVids.size(); sVid = sVids._Find_next(sVid)) {
+        AppendVid(ranges, static_cast<uint16_t>(sVid));
+    }
+    return ranges;
+}
+
+// For people; a program finds the objects themselves in the port.
+void WriteBridgeCells(Report& report, const View& view, Port port, uint32_t type)
+{
+    const uint32_t number = PortNumber(port.slot, port.port);
+    const Configuration& configuration = view.configuration;
+    const auto qinq = OfFirstKey(configuration.aQinQ, number);
+    if (!qinq.empty()) {
+        report.AllFields(Class::kQinQ, qinq.data());
+    }
+    if (LayoutOf(type) == PbLayout::kCep) {
+        std::vector<VidRange> cVids;
+        for (const auto& sRecord : OfFirstKey(configuration.aCVidRegistration, number)) {
+            AppendVid(cVids, sRecord.sMoid.wCVid);
+        }
+        report.Cell("Provider edge ports", std::to_string(OfFirstKey(configuration.aPep, number).size()));
+        report.Cell("Service VLANs", VidListText(SVidsOf(view, number)));
+        report.Cell("Registered C-VIDs", VidListText(cVids));
+        const auto defaults = OfFirstKey(configuration.aDefaultRegistration, number);
+        const bool hasDefault =
+            !defaults.empty() && defaults[0].sBody.wSvid != 0 && defaults[0].sBody.wSvid != SWCT_VID_NONE;
+        report.Cell("Default service VLAN", hasDefault ? std::to_string(defaults[0].sBody.wSvid) : "");
+    } else if (LayoutOf(type) == PbLayout::kNetworkPort) {
+        std::string text;
+        for (const auto& sRecord : OfFirstKey(configuration.aVidTranslation, number)) {
+            text +=
+                fmt::format("{}{}->{}", text.empty() ? "" : ", ", +sRecord.sMoid.wLocalVid, +sRecord.sBody.wRelayVid);
+        }
+        report.Cell("VID translations", text);
+    }
 }
 
 } // namespace
 
-Table SwitchSheet(const Filter& /*filter*/)
+void ShowSwitch(const View& view, const Filter& filter)
 {
-    SwctSwitchAttributes attributes{};
-    Swct_GetSwitchAttributes(&attributes);
+    Report report(filter.isJson, "switch", Report::Shape::kSheet);
     SwctSwitchStatistics statistics{};
     Swct_Switch_GetSwitchStatistics(&statistics);
-    Table table{"switch",
-                {{"name", "Name"},
-                 {"mode", "Switch mode"},
-                 {"bridgeMac", "Bridge MAC"},
-                 {"l3Mac", "Layer-3 MAC"},
-                 {"vlans", "VLANs"},
-                 {"bridgePorts", "Provider-bridge ports"},
-                 {"upSince", "Up since", Look::kTime},
-                 {"ageingTime", "Ageing time, s"},
-                 {"vlanEtherType", "VLAN ether type"},
-                 {"etherType1", "Ether type 1"},
-                 {"etherType2", "Ether type 2"},
-                 {"etherType3", "Ether type 3"},
-                 {"etherType4", "Ether type 4"},
-                 {"l2cpTunnellingMode", "L2CP tunnelling mode"},
-                 {"l2cpPriority", "L2CP priority"},
-                 {"l2cpTunnelMacBytes", "L2CP tunnel MAC bytes"},
-                 {"lagSystemPriority", "LAG system priority"},
-                 {"gLagDistribution", "G-LAG distribution"},
-                 {"forwardingTableSize", "Forwarding table size"},
-                 {"staticForwardingEntries", "Static forwarding entries"},
-                 {"managementSlot", "Management slot"},
-                 {"managementVlan", "Management VLAN"},
-                 {"managementPriority", "Management priority"},
-                 {"hrlb", "HRLB"},
-                 {"learnedEntryDiscards", "Learned entries discarded"},
-                 {"deletedVlans", "VLANs deleted"}},
-                {},
-                true};
-    table.rows.push_back(RowOf(table, kSwitchFields, &attributes,
-                               {{"name", CleanText(attributes.acBridgeName, SWCT_VLAN_NAME_SIZE)},
-                                {"vlans", +attributes.wNbrOfVlans},
-                                {"bridgePorts", attributes.bNbrOfSwitchPorts},
-                                {"upSince", +attributes.dwSwitchUpTime},
-                                {"forwardingTableSize", +attributes.wUnicastForwardingTableMaxSize},
-                                {"staticForwardingEntries", attributes.bStaticUnicastForwardingMaxEntries},
-                                {"managementSlot", Swct_GetMgmtVlanIntfSlot()},
-                                {"managementVlan", Swct_GetMgmtVlanIntfVlanId()},
-                                {"managementPriority", Swct_GetMgmtVlanIntfVlanPcp()},
-                                {"hrlb", Swct_GetHrlb()},
-                                {"learnedEntryDiscards", +statistics.dwLearnedEntryDiscardCount},
-                                {"deletedVlans", +statistics.dwNbrOfDeletedVlans}}));
-    return table;
-}
-
-Table VlanTable(const Filter& filter)
-{
-    Table table{"vlans",
-                {{"id", "VLAN"},
-                 {"name", "Name"},
-                 {"layer3Interface", "L3"},
-                 {"users", "QinQ/PEPs"},
-                 {"tagged", "Tagged"},
-                 {"untagged", "Untagged"},
-                 {"otherMembers", "Other members", Look::kPlain, true}},
-                {},
-                false,
-                "no VLANs"};
-    for (const uint16_t vlan : ExistingVlans()) {
-        if (filter.HasVlan(vlan) && (!filter.port || MembershipOf(vlan, *filter.port) != 0)) {
-            table.rows.push_back(VlanRow(table, vlan));
-        }
+    unsigned bridgePorts = 0;
+    for (const SwctSwitchPort& sPort : view.picture.aPort) {
+        bridgePorts += sPort.dwPbPortType != SWCT_PB_PORT_NONE ? 1U : 0U;
     }
-    return table;
+    const Configuration& configuration = view.configuration;
+    report.BeginRow();
+    if (report.IsJson()) {
+        JsonWriter& writer = report.Writer();
+        for (const Field& field : RowOf(Class::kSwitch).fields) {
+            writer.Member(field, &configuration.sSwitch);
+        }
+        writer.Members(RowOf(Class::kNode).fields, &configuration.dwHrlb);
+        writer.Name("management").Open('{');
+        for (const Field& field : RowOf(Class::kManagement).fields) {
+            writer.Member(field, &configuration.sManagement);
+        }
+        writer.Close();
+    }
+    report.AllFields(Class::kSwitch, &configuration.sSwitch);
+    report.AllFields(Class::kNode, &configuration.dwHrlb);
+    report.AllFields(Class::kManagement, &configuration.sManagement);
+    report.Number("vlans", "VLANs", view.picture.wNbrOfPopulatedVlans);
+    report.Number("bridgePorts", "Provider-bridge ports", bridgePorts);
+    if (report.IsJson()) {
+        report.Writer().Name("upSince").Number(view.picture.sSwitch.dwSwitchUpTime);
+    }
+    report.Cell("Up since", TimeText(view.picture.sSwitch.dwSwitchUpTime) + " UTC");
+    report.Number("learnedEntryDiscards", "Learned entries discarded", statistics.dwLearnedEntryDiscardCount);
+    report.Number("deletedVlans", "VLANs deleted", statistics.dwNbrOfDeletedVlans);
+    report.EndRow();
+    report.Print("");
 }
 
-Table VlanSheet(const Filter& filter)
+void ShowVlans(const View& view, const Filter& filter)
+{
+    Report report(filter.isJson, "vlans");
+    for (const SwctVlanRecord& sVlan : view.configuration.aVlan) {
+        const uint16_t vlan = sVlan.sMoid.wVlanId;
+        if (!filter.HasVlan(vlan) || (filter.port && MembershipOf(view, vlan, *filter.port) == 0)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        if (report.IsJson()) {
+            WriteVlan(report.Writer(), view.configuration, sVlan);
+        }
+        report.Fields(Class::kVlan, {"id", "name", "layer3Interface"}, &sVlan);
+        report.Number("users", "QinQ/PEPs", view.picture.aVlan[vlan - 1U].dwNbrOfQinQOrPep);
+        if (!report.IsJson()) {
+            report.PortCell("Tagged", MembersOf(view, vlan, SWCT_MEMBERSHIP_TAGGED));
+            report.PortCell("Untagged", MembersOf(view, vlan, SWCT_MEMBERSHIP_UNTAGGED));
+            report.PortCell("Other members", MembersOf(view, vlan, kOther));
+        }
+        report.EndRow();
+    }
+    report.HideIfEmpty("Other members");
+    report.Print("VLANs");
+}
+
+void ShowVlan(const View& view, const Filter& filter)
 {
     const uint16_t vlan = filter.OnlyVlan();
-    if (Swct_DoesVlanExist(vlan) == 0) {
-        throw Failure(kBadInput, fmt::format("VLAN {} does not exist: see 'piovios show vlans'", vlan));
+    const auto* const pVlan = Find(view.configuration.aVlan, MakeKey(vlan, 0));
+    if (pVlan == nullptr) {
+        throw Failure(kNotThere, fmt::format("VLAN {} does not exist: see 'piovios show vlans'", vlan));
     }
-    Table table{"vlan",
-                {{"id", "VLAN"},
-                 {"name", "Name"},
-                 {"creationTime", "Created", Look::kTime},
-                 {"layer3Interface", "Layer-3 interface"},
-                 {"innerTag", "Inner tag"},
-                 {"tagged", "Tagged ports"},
-                 {"untagged", "Untagged ports"},
-                 {"otherMembers", "Other members"},
-                 {"users", "QinQ ports and PEPs"},
-                 {"peps", "Provider edge ports", Look::kComma},
-                 {"qinqPorts", "QinQ ports"},
-                 {"translations", "Translated from", Look::kComma},
-                 {"param1", "Parameter 1"},
-                 {"param2", "Parameter 2"},
-                 {"param3", "Parameter 3"}},
-                {},
-                true};
-    Json row = VlanRow(table, vlan);
-    row["innerTag"] = InnerTagOf(vlan);
-    row["peps"] = PepsOfSvid(vlan);
-    row["qinqPorts"] = QinQPortsOf(vlan);
-    row["translations"] = TranslationsTo(vlan);
-    table.rows.push_back(std::move(row));
-    return table;
+    Report report(filter.isJson, "vlan", Report::Shape::kSheet);
+    report.BeginRow();
+    if (report.IsJson()) {
+        WriteVlan(report.Writer(), view.configuration, *pVlan);
+    }
+    report.AllFields(Class::kVlan, pVlan);
+    report.Cell("Inner tag", InnerTagText(view, vlan));
+    report.Number("users", "QinQ ports and PEPs", view.picture.aVlan[vlan - 1U].dwNbrOfQinQOrPep);
+    if (!report.IsJson()) {
+        WriteVlanCells(report, view, *pVlan);
+    }
+    WriteUsers(report, view, vlan);
+    report.EndRow();
+    report.Print("");
 }
 
-Table PortTable(const Filter& filter)
+void ShowPorts(const View& view, const Filter& filter)
 {
-    Table table{"ports",
-                {{"port", "Port"},
-                 {"type", "Type"},
-                 {"layer2Type", "L2 type"},
-                 {"pvid", "PVID"},
-                 {"frameAdmission", "Frame admission"},
-                 {"ingressFiltering", "Ingress filtering"},
-                 {"vlanEtherType", "Ether type"},
-                 {"untaggedVlans", "Untagged VLANs"},
-                 {"taggedVlans", "Tagged VLANs"},
-                 {"otherVlans", "Other VLANs", Look::kPlain, true}},
-                {},
-                false,
-                "no ports"};
-    for (const Port port : ExistingPorts()) {
-        if (filter.HasPort(port) && IsMemberOfAny(port, filter)) {
-            table.rows.push_back(PortRow(table, port));
+    Report report(filter.isJson, "ports");
+    for (const SwctSwitchPortRecord& sPort : view.configuration.aPort) {
+        const Port port{sPort.sMoid.bSlot, sPort.sMoid.bPort};
+        if (sPort.sBody.dwL2PortType == 0) {
+            continue;
         }
+        if (!filter.HasPort(port) || !IsMemberOfAny(view, port, filter)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        if (report.IsJson()) { // the objects of the port are topics of their own
+            for (const Field& field : RowOf(Class::kPort).fields) {
+                report.Writer().Member(field, &sPort);
+            }
+        }
+        report.Fields(Class::kPort, {"port", "type", "pvid", "frameAdmission", "ingressFiltering", "vlanEtherType"},
+                      &sPort);
+        WritePortVlans(report, view, port);
+        report.EndRow();
     }
-    return table;
+    report.HideIfEmpty("Other VLANs");
+    report.Print("ports");
 }
 
-Table PortSheet(const Filter& filter)
+void ShowPort(const View& view, const Filter& filter)
 {
     const Port port = *filter.port;
-    if (Swct_DoesSwitchPortExist(port.slot, port.port) == 0) {
-        throw Failure(kBadInput, fmt::format("port {} does not exist: see 'piovios show ports'", ToText(port)));
+    const auto* const pPort = Find(view.configuration.aPort, MakeKey(PortNumber(port.slot, port.port), 0));
+    if (pPort == nullptr || pPort->sBody.dwL2PortType == 0) {
+        throw Failure(kNotThere, fmt::format("port {} does not exist: see 'piovios show ports'", ToText(port)));
     }
-    Table table{"port", PortTable(filter).columns, {}, true};
-    table.columns.push_back({"settings", "Other settings"});
-    Json row = PortRow(table, port);
-    AddBridgeData(table, row, port);
-    table.rows.push_back(std::move(row));
-    return table;
+    Report report(filter.isJson, "port", Report::Shape::kSheet);
+    report.BeginRow();
+    if (report.IsJson()) {
+        WritePort(report.Writer(), view.configuration, *pPort);
+    }
+    report.AllFields(Class::kPort, pPort);
+    WritePortVlans(report, view, port);
+    WriteBridgeCells(report, view, port, pPort->sBody.dwPbPortType);
+    report.EndRow();
+    report.Print("");
 }
 
-Table InnerTagTable(const Filter& filter)
+void ShowInnerTags(const View& view, const Filter& filter)
 {
-    Table table{"innerTags",
-                {{"id", "VLAN"},
-                 {"name", "Name"},
-                 {"enabled", "Inner tag"},
-                 {"vid", "Inner VLAN"},
-                 {"priorityEnabled", "With priority"},
-                 {"priority", "Priority"},
-                 {"param", "Parameter"}},
-                {},
-                false,
-                "no VLAN interfaces with inner tags"};
-    for (const uint16_t vlan : ExistingVlans()) {
-        SwctVlanIfInnerTagRecord record{{SWCT_CLASS_VLAN_IF_INNER_TAG, vlan}, {}};
-        Swct_ReadVlanIfInnerTag(record.sMoid, &record.sBody);
-        if (filter.HasVlan(vlan) && Swct_DoesVlanIfExist(vlan) != 0 &&
-            record.sBody.dwInnerTagEnable != SWCT_INNER_TAG_ABSENT) {
-            table.rows.push_back(RowOf(table, kInnerTagFields, &record, {{"id", vlan}, {"name", VlanName(vlan)}}));
+    Report report(filter.isJson, "innerTags");
+    for (const SwctVlanIfInnerTagRecord& sTag : view.configuration.aInnerTag) {
+        const auto* const pVlan = Find(view.configuration.aVlan, KeyOf(sTag.sMoid));
+        if (pVlan == nullptr || pVlan->sBody.dwVlanIf == 0) {
+            continue; // there is no VLAN interface
         }
+        if (!filter.HasVlan(sTag.sMoid.wVlanId)) {
+            report.Skip();
+            continue;
+        }
+        report.BeginRow();
+        if (report.IsJson()) {
+            report.Writer().Member(FieldOf(Class::kVlan, "id"), pVlan);
+            report.Writer().Member(FieldOf(Class::kVlan, "name"), pVlan);
+            report.Writer().Members(RowOf(Class::kInnerTag).fields, &sTag);
+        }
+        report.Fields(Class::kVlan, {"id", "name"}, pVlan);
+        report.Fields(Class::kInnerTag, {"enabled", "vid", "priorityEnabled", "priority", "param"}, &sTag);
+        report.EndRow();
     }
-    return table;
+    report.Print("VLAN interfaces with inner tags");
 }
 
 } // namespace tool

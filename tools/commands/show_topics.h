@@ -1,8 +1,9 @@
-// show_topics.h - the tables of the command show.
+// show_topics.h - the topics of the command show.
 #pragma once
 
+#include "objects/configuration.h"
 #include "objects/keys.h"
-#include "terminal/table.h"
+#include "objects/picture.h"
 
 #include <optional>
 
@@ -13,6 +14,8 @@ struct Filter {
     std::optional<VlanSet> vlans;
     std::optional<VlanSet> svids;
     std::optional<Port> port;
+    bool isEach = false; // single C-VIDs instead of groups
+    bool isJson = false;
 
     [[nodiscard]] bool HasVlan(unsigned vlan) const
     {
@@ -33,19 +36,22 @@ struct Filter {
     }
 };
 
-Table SwitchSheet(const Filter& filter);
-Table VlanTable(const Filter& filter);
-Table VlanSheet(const Filter& filter); // of the one VLAN of the filter
-Table PortTable(const Filter& filter);
-Table PortSheet(const Filter& filter); // of the port of the filter
-Table InnerTagTable(const Filter& filter);
-Table QinQTable(const Filter& filter);
-Table PepTable(const Filter& filter);
-Table CVidTable(const Filter& filter);
-Table TranslationTable(const Filter& filter);
-Table PriorityTable(const Filter& filter);
+// A picture of the region and what it means.
+struct View {
+    const Picture& picture;
+    const Configuration& configuration;
+};
 
-// Adds to a row, and to its table's columns, what a port holds in its part in the bridge.
-void AddBridgeData(Table& table, Json& row, Port port);
+void ShowSwitch(const View& view, const Filter& filter);
+void ShowVlans(const View& view, const Filter& filter);
+void ShowVlan(const View& view, const Filter& filter); // the one VLAN of the filter
+void ShowPorts(const View& view, const Filter& filter);
+void ShowPort(const View& view, const Filter& filter); // the port of the filter
+void ShowInnerTags(const View& view, const Filter& filter);
+void ShowQinQ(const View& view, const Filter& filter);
+void ShowPeps(const View& view, const Filter& filter);
+void ShowCVids(const View& view, const Filter& filter);
+void ShowTranslations(const View& view, const Filter& filter);
+void ShowPriorities(const View& view, const Filter& filter);
 
 } // namespace tool

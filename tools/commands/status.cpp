@@ -68,8 +68,7 @@ struct Status {
     int64_t size = 0;
     std::vector<RegionUser> users;
     std::vector<Count> counts;
-    std::size_t damage = 0;
-    std::size_t drift = 0;
+    Findings findings;
 };
 
 Status TakeStatus()
@@ -87,9 +86,7 @@ Status TakeStatus()
         status.users = UsersOf({file.st_dev, file.st_ino});
     }
     status.counts = Counts();
-    const Findings findings = Inspect();
-    status.damage = CountOf(findings, Kind::kDamage);
-    status.drift = CountOf(findings, Kind::kDrift);
+    status.findings = Inspect();
     return status;
 }
 
@@ -108,16 +105,19 @@ Json ToJson(const Status& status)
     for (const Count& count : status.counts) {
         counts[count.name] = count.number;
     }
-    return {
-        {"region",
-         {{"name", RegionName()},
-          {"bytes", status.size},
-          {"created", +status.attributes.dwSwitchUpTime},
-          {"ageSeconds", status.age ? Json(*status.age) : Json()}}},
-        {"users", std::move(users)},
-        {"switch", {{"name", NameOf(status.attributes)}, {"mode", ValueOf(kSwitchFields, "mode", &status.attributes)}}},
-        {"counts", std::move(counts)},
-        {"findings", {{"damage", status.damage}, {"drift", status.drift}}}};
+    Json findings = Json::object();
+    for (const Kind kind : kAllKinds) {
+        findings[KindText(kind)] = CountOf(status.findings, kind);
+    }
+    return {{"region",
+             {{"name", RegionName()},
+              {"bytes", status.size},
+              {"created", +status.attributes.dwSwitchUpTime},
+              {"ageSeconds", status.age ? Json(*status.age) : Json()}}},
+            {"users", std::move(users)},
+            {"switch", {{"name", NameOf(status.attributes)}, {"mode", ModeText(status.attributes.dwSwitchMode)}}},
+            {"counts", std::move(counts)},
+            {"findings", std::move(findings)}};
 }
 
 std::string UsersText(const std::vector<RegionUser>& users)
@@ -150,13 +150,15 @@ void PrintAsText(const Status& status)
     PrintLine("Created", fmt::format("{} UTC, {}", TimeText(status.attributes.dwSwitchUpTime),
                                      status.age ? AgeText(*status.age) + " ago" : "later than this clock's time"));
     PrintLine("Mapped by", UsersText(status.users));
-    PrintLine("Switch", fmt::format("\"{}\", mode {}", NameOf(status.attributes),
-                                    TextOf(kSwitchFields, "mode", &status.attributes)));
+    PrintLine("Switch",
+              fmt::format("\"{}\", mode {}", NameOf(status.attributes), ModeText(status.attributes.dwSwitchMode)));
     PrintLine("Holds", CountsText(status.counts));
-    PrintLine("Audit", status.damage + status.drift == 0
-                           ? Styled(Style::kGood, "no findings")
-                           : Styled(Style::kBad, fmt::format("{} damage, {} drift; see 'piovios check'", status.damage,
-                                                             status.drift)));
+    std::string counts;
+    for (const Kind kind : kAllKinds) {
+        counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", CountOf(status.findings, kind), KindText(kind));
+    }
+    PrintLine("Audit", status.findings.empty() ? Styled(Style::kGood, "no findings")
+                                               : Styled(Style::kBad, counts + "; see 'piovios check'"));
 }
 
 } // namespace
@@ -170,7 +172,7 @@ Action SetUpStatus(CLI::App&)
         } else {
             PrintAsText(status);
         }
-        return status.damage + status.drift == 0 ? kOk : kFindings;
+        return status.findings.empty() ? kOk : kFindings;
     };
 }
 

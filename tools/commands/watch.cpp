@@ -2,20 +2,24 @@
 //
 // The region tells nobody when it changes, so it is read again and again and compared with the reading before: every
 // reading is compared, the first one too, and no change falls between two of them.
+#include "commands/difference_text.h"
 #include "commands/help.h"
+#include "file/parse.h"
 #include "objects/configuration.h"
 #include "objects/failure.h"
 #include "objects/keys.h"
+#include "objects/picture.h"
 #include "swct/queue_history.h"
 #include "terminal/attach.h"
 #include "terminal/interrupt.h"
-#include "terminal/table.h"
 #include "terminal/terminal.h"
 
 #include <array>
 #include <chrono>
 #include <ctime>
 #include <fmt/format.h>
+#include <memory>
+#include <optional>
 #include <utility>
 
 namespace tool {
@@ -33,13 +37,36 @@ struct Periods {
 };
 
 struct Reading {
+    std::unique_ptr<Picture> picture;
     Configuration configuration;
     Periods periods;
 };
 
-Reading Read()
+// What the user wants to hear of; what is not given lets everything through.
+struct Scope {
+    std::optional<Port> port;
+    std::optional<VlanSet> vlans;
+
+    bool Has(const Difference& difference) const
+    {
+        if (port && Port{difference.slot, difference.port} == *port) {
+            return true;
+        }
+        for (unsigned vlan = difference.firstVlan; vlans && vlan != 0 && vlan <= difference.lastVlan; ++vlan) {
+            if (vlans->test(vlan)) {
+                return true;
+            }
+        }
+        return !port && !vlans;
+    }
+};
+
+// The configuration of a picture that has not changed is the same.
+Reading Read(const Reading* pBefore)
 {
-    Reading reading{ReadRegion(), {}};
+    Reading reading{TakePicture(), {}, {}};
+    const bool isSame = pBefore != nullptr && IsSame(*reading.picture, *pBefore->picture);
+    reading.configuration = isSame ? pBefore->configuration : ReadConfiguration(*reading.picture);
     for (const Port port : AllPorts()) {
         for (uint8_t queue = 1; queue < SWCT_HISTORY_QUEUES && port.slot <= SWCT_HISTORY_SLOTS; ++queue) {
             reading.periods.index15m[IndexOf(port)][queue] =
@@ -56,11 +83,11 @@ Reading ReadSettled(const Reading& before)
 {
     constexpr milliseconds kMoment(10);
     constexpr unsigned kPatience = 20; // a writer that never rests is shown as it goes
-    Reading reading = Read();
-    bool isSettled = Diff(before.configuration, reading.configuration).empty();
+    Reading reading = Read(&before);
+    bool isSettled = IsSame(*before.picture, *reading.picture);
     for (unsigned i = 0; !isSettled && i < kPatience && Wait(kMoment); ++i) {
-        Reading next = Read();
-        isSettled = Diff(reading.configuration, next.configuration).empty();
+        Reading next = Read(&reading);
+        isSettled = IsSame(*reading.picture, *next.picture);
         reading = std::move(next);
     }
     return reading;
@@ -92,12 +119,8 @@ void PrintEvent(bool asJson, const char* event, const Json& members, const std::
 
 void PrintStart(const Reading& reading, bool asJson)
 {
-    const Configuration& c = reading.configuration;
-    PrintEvent(asJson, "start", {{"configuration", asJson ? ToJson(c) : Json()}},
-               fmt::format("watching {}: {} VLANs with {} members, {} ports, {} provider edge ports, {} C-VID "
-                           "registrations; Ctrl-C ends",
-                           RegionName(), c.aVlan.size(), c.aVlanPort.size(), c.aPort.size(), c.aPep.size(),
-                           c.aCVidRegistration.size()));
+    PrintEvent(asJson, "start", {{"configuration", asJson ? Json::parse(ToLine(reading.configuration)) : Json()}},
+               fmt::format("watching {}: {}; Ctrl-C ends", RegionName(), Summary(reading.configuration)));
 }
 
 using ReadRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatisticsHistorical*);
@@ -106,8 +129,8 @@ using ReadRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatist
 void PrintClosings(Port port, const char* ring, const Indexes& before, const Indexes& after, ReadRecord read,
                    bool asJson)
 {
-    Json closed = Json::array();
-    Json suspect = Json::array();
+    std::vector<unsigned> closed;
+    std::vector<unsigned> suspect;
     for (uint8_t queue = 1; queue < SWCT_HISTORY_QUEUES; ++queue) {
         if (before[queue] != after[queue]) {
             SwctQueueStatisticsHistorical record{};
@@ -117,21 +140,25 @@ void PrintClosings(Port port, const char* ring, const Indexes& before, const Ind
     }
     for (const auto& [queues, mark] : {std::pair(closed, ""), std::pair(suspect, ", suspect")}) {
         if (!queues.empty()) {
-            PrintEvent(
-                asJson, "period", {{"port", ToText(port)}, {"ring", ring}, {"queues", queues}, {"suspect", *mark != 0}},
-                fmt::format("port {}: {} period of queues {} closed{}", ToText(port), ring, RangesText(queues), mark));
+            PrintEvent(asJson, "period",
+                       {{"port", ToText(port)}, {"ring", ring}, {"queues", queues}, {"suspect", *mark != 0}},
+                       fmt::format("port {}: {} period of queues {} closed{}", ToText(port), ring,
+                                   fmt::join(queues, ","), mark));
         }
     }
 }
 
-void PrintChanges(const Reading& before, const Reading& after, bool asJson)
+void PrintChanges(const Reading& before, const Reading& after, const Scope& scope, bool asJson)
 {
     for (const Difference& difference : Diff(before.configuration, after.configuration)) {
-        constexpr Style kStyles[] = {Style::kGood, Style::kBad, Style::kWarning}; // added, removed, changed
-        PrintEvent(asJson, "change", ToJson(difference),
-                   Styled(kStyles[static_cast<std::size_t>(difference.kind)], ToText(difference)));
+        if (scope.Has(difference)) {
+            PrintEvent(asJson, "change", ToJson(difference), StyledText(difference));
+        }
     }
     for (const Port port : AllPorts()) {
+        if (scope.port ? port != *scope.port : scope.vlans.has_value()) {
+            continue;
+        }
         const std::size_t i = IndexOf(port);
         PrintClosings(port, "15m", before.periods.index15m[i], after.periods.index15m[i],
                       Swct_ReadQueueStatisticsHistorical15m, asJson);
@@ -140,23 +167,34 @@ void PrintChanges(const Reading& before, const Reading& after, bool asJson)
     }
 }
 
-int Watch(const Globals& globals, milliseconds interval)
+// The region that was mapped has lost its name.
+[[noreturn]] void FailForAnother(const std::optional<RegionIdentity>& region)
+{
+    throw Failure(
+        kNoRegion,
+        region ? fmt::format("the region {} was created anew: start the watch again to see the new one", RegionName())
+               : fmt::format("the region {} was removed: start the watch again when there is a new one", RegionName()));
+}
+
+int Watch(const Globals& globals, const Scope& scope, milliseconds interval)
 {
     AttachForReading();
     const auto region = FindRegion();
     CatchInterrupts();
-    Reading reading = Read();
+    Reading reading = Read(nullptr);
     PrintStart(reading, globals.json);
     Flush();
     while (Wait(interval)) {
         ThrowIfClosed();
-        if (FindRegion() != region) {
-            throw Failure(
-                kNoRegion,
-                fmt::format("the region {} was removed: start the watch again when there is a new one", RegionName()));
+        if (const auto present = FindRegion(); present != region) {
+            FailForAnother(present);
         }
         Reading next = ReadSettled(reading);
-        PrintChanges(reading, next, globals.json);
+        if (next.picture->sSwitch.dwSwitchUpTime != reading.picture->sSwitch.dwSwitchUpTime) {
+            PrintEvent(globals.json, "restart", {{"upSince", +next.picture->sSwitch.dwSwitchUpTime}},
+                       "the region was initialised anew");
+        }
+        PrintChanges(reading, next, scope, globals.json);
         Flush();
         reading = std::move(next);
     }
@@ -167,12 +205,28 @@ int Watch(const Globals& globals, milliseconds interval)
 
 Action SetUpWatch(CLI::App& command)
 {
-    auto interval = std::make_shared<unsigned>(250);
-    command.add_option("--interval", *interval, "Milliseconds between two looks at the region")
+    struct Options {
+        unsigned interval = 250;
+        std::string port;
+        std::string vlans;
+    };
+    auto options = std::make_shared<Options>();
+    command.add_option("--interval", options->interval, "Milliseconds between two looks at the region")
         ->check(InRange(10, 3600000))
         ->type_name("MS")
         ->capture_default_str();
-    return [interval](const Globals& globals) { return Watch(globals, milliseconds(*interval)); };
+    command.add_option("--port", options->port, "Only what is of this port, such as 1/2")->type_name("SLOT/PORT");
+    command.add_option("--vlan", options->vlans, "Only what is of these VLANs, such as 10-20,300")->type_name("LIST");
+    return [options](const Globals& globals) {
+        Scope scope;
+        if (!options->port.empty()) {
+            scope.port = ParsePort(options->port);
+        }
+        if (!options->vlans.empty()) {
+            scope.vlans = ParseVlans(options->vlans);
+        }
+        return Watch(globals, scope, milliseconds(options->interval));
+    };
 }
 
 } // namespace tool

@@ -10,20 +10,18 @@ namespace tool {
 
 namespace {
 
-using Json = nlohmann::ordered_json;
-
 // Far above what a full node needs: memory stays bounded, and so does the search for equal members.
 constexpr std::size_t kDepthMax = 16;
 constexpr std::size_t kMembersMax = 64;
 constexpr std::size_t kValuesMax = 1'000'000;
 
-// A byte of a text as an editor counts.
-std::string PlaceText(std::string_view text, std::size_t offset)
+// A fault at a byte of a text, counted as an editor counts.
+void ReportAt(Faults& faults, std::string_view text, std::size_t offset, std::string rule)
 {
     const std::string_view before = text.substr(0, offset);
-    const auto line = std::count(before.begin(), before.end(), '\n') + 1;
+    const auto line = static_cast<std::size_t>(std::count(before.begin(), before.end(), '\n')) + 1;
     const std::size_t lineStart = before.rfind('\n') + 1; // 0 in the first line: npos + 1
-    return "line " + std::to_string(line) + ", column " + std::to_string(offset - lineStart + 1);
+    faults.NoJson(line, "column " + std::to_string(offset - lineStart + 1), std::move(rule));
 }
 
 class Builder : public nlohmann::json_sax<Json> {
@@ -187,7 +185,7 @@ bool Builder::parse_error(std::size_t position, const std::string& /*token*/, co
     if (offset == m_text.size()) {
         what = "the text ends too early (" + what + ")";
     }
-    m_faults.NoJson(PlaceText(m_text, offset), what);
+    ReportAt(m_faults, m_text, offset, what);
     return false;
 }
 
@@ -202,7 +200,7 @@ bool ReadDocument(std::string_view text, Faults& faults, nlohmann::ordered_json&
     }
     const std::size_t zero = text.find('\0'); // the library takes it for the end
     if (zero != std::string_view::npos) {
-        faults.NoJson(PlaceText(text, zero), "a zero byte is no part of JSON");
+        ReportAt(faults, text, zero, "a zero byte is no part of JSON");
         return false;
     }
     Builder builder(text, faults, document);

@@ -1,9 +1,10 @@
 // faults.cpp - collecting the faults of a configuration file.
 #include "file/faults.h"
 
-#include <algorithm>
-#include <cctype>
-#include <numeric>
+#include "file/parse.h"
+
+#include "objects/notation.h"
+
 #include <utility>
 
 namespace tool {
@@ -36,27 +37,6 @@ bool IsPlainMember(std::string_view member)
     return member.size() <= kValueTextMax && member.find_first_not_of(kPlain) == std::string_view::npos;
 }
 
-// How many characters must be inserted, removed or replaced to make one word of the other, upper and lower case being
-// the same.
-std::size_t EditDistance(std::string_view left, std::string_view right)
-{
-    if (left.size() > kValueTextMax) {
-        return left.size();
-    }
-    std::vector<std::size_t> row(right.size() + 1); // distances of the starts of 'right' to a start of 'left'
-    std::iota(row.begin(), row.end(), std::size_t{0});
-    for (std::size_t i = 0; i < left.size(); ++i) {
-        std::size_t diagonal = std::exchange(row[0], i + 1);
-        for (std::size_t j = 0; j < right.size(); ++j) {
-            const bool isSame =
-                std::tolower(static_cast<unsigned char>(left[i])) == std::tolower(static_cast<unsigned char>(right[j]));
-            const std::size_t replaced = diagonal + (isSame ? 0U : 1U);
-            diagonal = std::exchange(row[j + 1], std::min({replaced, row[j] + 1, row[j + 1] + 1}));
-        }
-    }
-    return row.back();
-}
-
 } // namespace
 
 std::string Path::Text() const
@@ -86,34 +66,38 @@ void Faults::Doubt(const Path& path, const nlohmann::ordered_json* pValue, std::
 
 void Faults::Add(const Path& path, const nlohmann::ordered_json* pValue, std::string_view rule, Severity severity)
 {
+    const bool isKept = m_kept.size() < kFaultsKept; // a path becomes text only where somebody reads it
+    Add(isKept ? path.Text() : "", isKept && pValue != nullptr ? ShortText(*pValue) : "", std::string(rule), severity);
+}
+
+void Faults::DoubtAt(const std::function<std::string()>& path, std::string value, std::string rule)
+{
+    const Severity severity = IsLenient() ? Severity::kWarning : Severity::kError;
+    Add(m_kept.size() < kFaultsKept ? path() : "", std::move(value), std::move(rule), severity);
+}
+
+void Faults::Add(std::string path, std::string value, std::string rule, Severity severity)
+{
     ++(severity == Severity::kError ? m_nrOfErrors : m_nrOfWarnings);
     if (m_kept.size() < kFaultsKept) {
-        m_kept.push_back({path.Text(), pValue == nullptr ? "" : ShortText(*pValue), std::string(rule), severity});
+        m_kept.push_back({std::move(path), std::move(value), std::move(rule), "", 0, severity});
     }
 }
 
 void Faults::Unknown(const Path& object, const std::string& member, std::span<const std::string_view> known)
 {
     std::string rule = "is no member of this object";
-    if (m_kept.size() >= kFaultsKept) {
-        ++m_nrOfErrors; // nobody reads the suggestion
-        return;
+    if (m_kept.size() < kFaultsKept) { // else nobody reads the suggestion
+        const std::string_view meant = NearestWord(member, known);
+        rule += meant.empty() ? "" : "; \"" + std::string(meant) + "\" is";
     }
-    std::size_t least = member.size() / 2 + 1; // more changes than half of it: another word
-    for (const std::string_view candidate : known) {
-        const std::size_t distance = EditDistance(member, candidate);
-        if (distance < least) {
-            least = distance;
-            rule = "is no member of this object; \"" + std::string(candidate) + "\" is";
-        }
-    }
-    Add(Path(object, member), nullptr, rule, Severity::kError);
+    Add(Path(object, member).Text(), "", std::move(rule), Severity::kError);
 }
 
-void Faults::NoJson(std::string place, std::string rule)
+void Faults::NoJson(std::size_t line, std::string place, std::string rule)
 {
     ++m_nrOfErrors;
-    m_kept.push_back({std::move(place), "", std::move(rule), Severity::kError});
+    m_kept.push_back({std::move(place), "", std::move(rule), "", line, Severity::kError});
 }
 
 void Faults::MoveTo(ParseResult& result)

@@ -1,6 +1,7 @@
 #include "file/read_names.h"
 
 #include "file/document.h"
+#include "file/parse.h"
 #include "file/text_file.h"
 #include "objects/failure.h"
 #include "terminal/text.h"
@@ -143,7 +144,8 @@ SiteNames ReadNames(const std::string& file)
     faults.MoveTo(result);
     if (!isRead || !result.faults.empty()) { // a member that is there twice, too
         const ConfigFault& fault = result.faults.front();
-        throw Failure(kBadInput, fmt::format("{}: {}: {}", FileName(file), fault.path, fault.rule));
+        throw Failure(kBadInput,
+                      fmt::format("{}: line {}, {}: {}", FileName(file), fault.line, fault.path, fault.rule));
     }
     return Reader(file).Read(document);
 }

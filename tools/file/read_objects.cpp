@@ -1,9 +1,9 @@
-// read_objects.cpp - the objects of a configuration document, each by the table of its class.
-//
-// An object whose key cannot be read goes on being read for its other faults; its records have slot or VLAN id 0 then,
-// and are never used, for the file is refused.
-#include "file/parsed.h"
+// read_objects.cpp - the objects of a configuration document, one by one.
+#include "file/read_objects.h"
+
+#include "file/read_fields.h"
 #include "objects/catalogue.h"
+#include "objects/keys.h"
 #include "objects/notation.h"
 #include "objects/records.h"
 
@@ -11,25 +11,10 @@
 #include <array>
 #include <bitset>
 #include <iterator>
-#include <string>
-#include <string_view>
 
 namespace tool {
 
 namespace {
-
-constexpr std::string_view kTwice = "is there twice";
-
-const Json* FindMember(const Json& object, std::string_view name)
-{
-    if (!object.is_object()) {
-        return nullptr;
-    }
-    const auto& members = object.get_ref<const Json::object_t&>();
-    const auto it =
-        std::find_if(members.begin(), members.end(), [name](const auto& member) { return member.first == name; });
-    return it == members.end() ? nullptr : &it->second;
-}
 
 // Calls action(element, its path, its index) for each element of a list that an object may have.  A list with more
 // elements than there can be objects is read that far.
@@ -54,48 +39,64 @@ void ForEach(Faults& faults, const Path& path, const Json& object, std::string_v
     }
 }
 
-// A record with its defaults and the keys of the object that it lies in.
-template <class Record, class Moid>
-Record NewRecord(std::span<const Field> fields, const Moid& sMoid)
+std::string_view MemberOf(Class id)
 {
-    Record sRecord{};
-    SetDefaults(fields, &sRecord);
-    sRecord.sMoid = sMoid;
-    return sRecord;
+    return RowOf(id).member;
 }
 
-// Marks a number as seen; that it was already is a fault.  0 stands for a key that could not be read.
 template <std::size_t kSize>
-void MarkSeen(Faults& faults, std::bitset<kSize>& seen, std::size_t number, const Path& path, const Json* pValue)
-{
-    if (number != 0 && seen[number]) {
-        faults.Error(path, pValue, kTwice);
+class Seen {
+public:
+    explicit Seen(Faults& faults) : m_faults(faults) {}
+
+    // Marks a number as seen; that it was already is a fault.  0 stands for a key that could not be read.
+    void Mark(std::size_t number, const Path& path, const Json* pValue)
+    {
+        if (number == 0) {
+            m_faults.LoseKey();
+        } else if (m_seen[number]) {
+            m_faults.LoseKey();
+            m_faults.Error(path, pValue, "is there twice");
+        }
+        m_seen.set(number);
     }
-    seen.set(number);
-}
+    void Reset()
+    {
+        m_seen.reset();
+    }
+    bool Has(std::size_t number) const
+    {
+        return m_seen[number];
+    }
 
-using PortSet = std::bitset<PortNumber(SWCT_SLOT_MAX, SWCT_PORT_MAX) + 1U>; // of PortNumber
+private:
+    Faults& m_faults;
+    std::bitset<kSize> m_seen;
+};
 
-// ---- VLANs ----
+using SeenPorts = Seen<PortNumber(SWCT_SLOT_MAX, SWCT_PORT_MAX) + 1U>; // of PortNumber
+using SeenVids = Seen<SWCT_VLAN_MAX + 1>;
 
 class VlanReader {
 public:
-    VlanReader(Faults& faults, Parsed& parsed) : m_faults(faults), m_parsed(parsed) {}
-
-    void Read(const Json& object, const Path& path, std::size_t place)
+    VlanReader(Faults& faults, Configuration& configuration)
+        : m_faults(faults), m_configuration(configuration), m_seen(faults), m_members(faults)
     {
-        m_place = place;
-        static constexpr std::string_view kChildren[] = {member::kInnerTag, member::kMembers};
-        auto sVlan = NewRecord<SwctVlanRecord>(kVlanFields, SwctVlanMoid{SWCT_CLASS_VLAN, 0});
-        ReadFields(m_faults, path, object, kVlanFields, &sVlan, kChildren);
+    }
+
+    void Read(const Json& object, const Path& path)
+    {
+        static const std::string_view kChildren[] = {MemberOf(Class::kInnerTag), MemberOf(Class::kMember)};
+        auto sVlan = NewRecord<SwctVlanRecord>(Class::kVlan, SwctVlanMoid{SWCT_CLASS_VLAN, 0});
+        ReadFields(m_faults, path, object, RowOf(Class::kVlan).fields, &sVlan, kChildren);
         m_vlanId = sVlan.sMoid.wVlanId;
         sVlan.sBody.dwRowState = 1; // the class stores nothing else
         if (FindMember(object, "name") == nullptr && FindMember(object, "nameBytes") == nullptr) {
             const std::string name = "vlan-" + std::to_string(m_vlanId);
             name.copy(sVlan.sBody.acName, sizeof(sVlan.sBody.acName) - 1);
         }
-        MarkSeen(m_faults, m_seen, m_vlanId, Path(path, "id"), FindMember(object, "id"));
-        m_parsed.vlans.push_back({sVlan, place, 0});
+        m_seen.Mark(m_vlanId, Path(path, "id"), FindMember(object, "id"));
+        m_configuration.aVlan.push_back(sVlan);
         ReadInnerTag(object, path);
         ReadMembers(object, path);
     }
@@ -103,27 +104,29 @@ public:
 private:
     void ReadInnerTag(const Json& vlan, const Path& path)
     {
-        const Json* const pTag = FindMember(vlan, member::kInnerTag);
+        const std::string_view name = MemberOf(Class::kInnerTag);
+        const Json* const pTag = FindMember(vlan, name);
         if (pTag != nullptr && pTag->is_null()) {
             return;
         }
         SwctVlanIfInnerTagRecord sTag = DefaultInnerTag(m_vlanId);
         if (pTag != nullptr) {
-            ReadFields(m_faults, Path(path, member::kInnerTag), *pTag, kInnerTagFields, &sTag);
+            ReadFields(m_faults, Path(path, name), *pTag, RowOf(Class::kInnerTag).fields, &sTag);
         }
-        m_parsed.innerTags.push_back({sTag, m_place, 0});
+        m_configuration.aInnerTag.push_back(sTag);
     }
 
     void ReadMembers(const Json& vlan, const Path& path)
     {
-        const Json* const pMembers = FindMember(vlan, member::kMembers);
+        const std::string_view name = MemberOf(Class::kMember);
+        const Json* const pMembers = FindMember(vlan, name);
         if (pMembers == nullptr) {
             return;
         }
         static constexpr std::string_view kLists[] = {member::kTagged, member::kUntagged, member::kOther};
-        const Path membersPath(path, member::kMembers);
+        const Path membersPath(path, name);
         ReadFields(m_faults, membersPath, *pMembers, {}, nullptr, kLists); // names what is unknown
-        m_members.reset();
+        m_members.Reset();
         ReadMemberList(*pMembers, membersPath, member::kTagged, SWCT_MEMBERSHIP_TAGGED);
         ReadMemberList(*pMembers, membersPath, member::kUntagged, SWCT_MEMBERSHIP_UNTAGGED);
         ReadOtherMembers(*pMembers, Path(membersPath, member::kOther));
@@ -132,9 +135,9 @@ private:
     void ReadMemberList(const Json& members, const Path& path, std::string_view name, uint32_t membership)
     {
         ForEach(m_faults, path, members, name, kPortsMax,
-                [&](const Json& port, const Path& portPath, std::size_t place) {
+                [&](const Json& port, const Path& portPath, std::size_t /*index*/) {
                     const auto* const pText = port.get_ptr<const std::string*>();
-                    AddMember(pText == nullptr ? "" : *pText, membership, portPath, &port, place);
+                    AddMember(pText == nullptr ? "" : *pText, membership, portPath, &port);
                 });
     }
 
@@ -148,124 +151,123 @@ private:
             m_faults.Error(path, pOther, "must be an object {\"SLOT/PORT\": MEMBERSHIP, ...}");
             return;
         }
-        std::size_t place = 0;
         for (const auto& [port, value] : pOther->get_ref<const Json::object_t&>()) {
             uint32_t membership = 0;
             const Path portPath(path, port);
-            ReadNumber(m_faults, portPath, value, kMembershipField, membership);
-            AddMember(port, membership, portPath, nullptr, place++);
+            ReadNumber(m_faults, portPath, value, FieldOf(Class::kMember, "membership"), membership);
+            AddMember(port, membership, portPath, nullptr);
         }
     }
 
-    void AddMember(std::string_view text, uint32_t membership, const Path& path, const Json* pValue, std::size_t place)
+    void AddMember(std::string_view text, uint32_t membership, const Path& path, const Json* pValue)
     {
         SwctVlanPortRecord sMember{{SWCT_CLASS_VLAN_PORT, m_vlanId, 0, 0}, {}};
         if (!ParsePort(text, sMember.sMoid.bSlot, sMember.sMoid.bPort)) {
             m_faults.Error(path, pValue, kPortRule);
+            m_faults.LoseKey();
             return;
         }
         sMember.sBody = {sMember.sMoid.bSlot, sMember.sMoid.bPort, 1, membership};
-        MarkSeen(m_faults, m_members, PortNumber(sMember.sMoid.bSlot, sMember.sMoid.bPort), path, pValue);
-        m_parsed.vlanPorts.push_back({sMember, m_place, place});
+        m_members.Mark(PortNumber(sMember.sMoid.bSlot, sMember.sMoid.bPort), path, pValue);
+        m_configuration.aVlanPort.push_back(sMember);
     }
 
     Faults& m_faults;
-    Parsed& m_parsed;
-    std::bitset<SWCT_VLAN_MAX + 1> m_seen;
-    // Of the present VLAN.
-    uint16_t m_vlanId = 0;
-    std::size_t m_place = 0;
-    PortSet m_members;
+    Configuration& m_configuration;
+    SeenVids m_seen;
+    uint16_t m_vlanId = 0; // of the present VLAN
+    SeenPorts m_members;
 };
-
-// ---- Ports ----
 
 class PortReader {
 public:
-    PortReader(Faults& faults, Parsed& parsed) : m_faults(faults), m_parsed(parsed) {}
-
-    void Read(const Json& object, const Path& path, std::size_t place)
+    PortReader(Faults& faults, Configuration& configuration)
+        : m_faults(faults), m_configuration(configuration), m_seen(faults), m_peps(faults), m_cVids(faults),
+          m_localVids(faults)
     {
-        static constexpr std::string_view kChildren[] = {
-            member::kPeps, member::kRegistrations, member::kDefaultRegistration, member::kTranslations, member::kQinQ};
-        auto sPort = NewRecord<SwctSwitchPortRecord>(kPortFields, SwctPortMoid{SWCT_CLASS_SWITCH_PORT, 0, 0});
-        ReadFields(m_faults, path, object, kPortFields, &sPort, kChildren);
-        m_place = place;
+    }
+
+    void Read(const Json& object, const Path& path)
+    {
+        static const std::string_view kChildren[] = {MemberOf(Class::kPep), MemberOf(Class::kRegistration),
+                                                     MemberOf(Class::kDefaultRegistration),
+                                                     MemberOf(Class::kTranslation), MemberOf(Class::kQinQ)};
+        auto sPort = NewRecord<SwctSwitchPortRecord>(Class::kPort, SwctPortMoid{SWCT_CLASS_SWITCH_PORT, 0, 0});
+        ReadFields(m_faults, path, object, RowOf(Class::kPort).fields, &sPort, kChildren);
         m_slot = sPort.sMoid.bSlot;
         m_port = sPort.sMoid.bPort;
-        MarkSeen(m_faults, m_seen, PortNumber(m_slot, m_port), Path(path, "port"), FindMember(object, "port"));
-        m_parsed.ports.push_back({sPort, place, 0});
+        const bool isPort = m_slot != 0 && m_port != 0;
+        m_seen.Mark(isPort ? PortNumber(m_slot, m_port) : 0, Path(path, "port"), FindMember(object, "port"));
+        m_configuration.aPort.push_back(sPort);
 
-        m_peps.reset();
-        m_cVids.reset();
-        m_localVids.reset();
-        ForEach(m_faults, path, object, member::kPeps, SWCT_PEP_MAX,
-                [this](const auto& pep, const Path& pepPath, std::size_t inner) { ReadPep(pep, pepPath, inner); });
-        ForEach(m_faults, path, object, member::kRegistrations, SWCT_PB_VID_MAX,
-                [this](const auto& registration, const Path& registrationPath, std::size_t inner) {
-                    ReadRegistration(registration, registrationPath, inner);
+        m_peps.Reset();
+        m_cVids.Reset();
+        m_localVids.Reset();
+        ForEach(m_faults, path, object, MemberOf(Class::kPep), SWCT_PEP_MAX,
+                [this](const auto& pep, const Path& at, std::size_t /*index*/) { ReadPep(pep, at); });
+        ForEach(m_faults, path, object, MemberOf(Class::kRegistration), SWCT_PB_VID_MAX,
+                [this](const auto& registration, const Path& at, std::size_t /*index*/) {
+                    ReadRegistration(registration, at);
                 });
-        ReadSingle(object, path, member::kDefaultRegistration, kDefaultRegistrationFields,
-                   SWCT_CLASS_DEFAULT_CVID_REGISTRATION, m_parsed.defaultRegistrations);
-        ForEach(m_faults, path, object, member::kTranslations, SWCT_PB_VID_MAX,
-                [this](const auto& translation, const Path& translationPath, std::size_t inner) {
-                    ReadTranslation(translation, translationPath, inner);
+        ReadSingle(object, path, Class::kDefaultRegistration, m_configuration.aDefaultRegistration);
+        ForEach(m_faults, path, object, MemberOf(Class::kTranslation), SWCT_PB_VID_MAX,
+                [this](const auto& translation, const Path& at, std::size_t /*index*/) {
+                    ReadTranslation(translation, at);
                 });
-        ReadSingle(object, path, member::kQinQ, kQinQFields, SWCT_CLASS_QINQ_PORT, m_parsed.qinqPorts);
+        ReadSingle(object, path, Class::kQinQ, m_configuration.aQinQ);
     }
 
 private:
     // An object that a port has at most one of.
     template <class Record>
-    void ReadSingle(const Json& port, const Path& path, std::string_view name, std::span<const Field> fields,
-                    uint16_t wClass, std::vector<Placed<Record>>& records)
+    void ReadSingle(const Json& port, const Path& path, Class id, std::vector<Record>& records)
     {
-        if (const Json* const pObject = FindMember(port, name)) {
-            auto sRecord = NewRecord<Record>(fields, SwctPortMoid{wClass, m_slot, m_port});
-            ReadFields(m_faults, Path(path, name), *pObject, fields, &sRecord);
-            records.push_back({sRecord, m_place, 0});
+        if (const Json* const pObject = FindMember(port, MemberOf(id))) {
+            auto sRecord = NewRecord<Record>(id, SwctPortMoid{RowOf(id).wClass, m_slot, m_port});
+            ReadFields(m_faults, Path(path, MemberOf(id)), *pObject, RowOf(id).fields, &sRecord);
+            records.push_back(sRecord);
         }
     }
 
-    void ReadPep(const Json& object, const Path& path, std::size_t inner)
+    void ReadPep(const Json& object, const Path& path)
     {
-        static constexpr std::string_view kChildren[] = {member::kPriorities};
+        static const std::string_view kChildren[] = {MemberOf(Class::kPriority)};
         auto sPep = NewRecord<SwctProviderEdgePortRecord>(
-            kPepFields, SwctProviderEdgePortMoid{SWCT_CLASS_PROVIDER_EDGE_PORT, m_slot, m_port, 0});
-        if (ReadFields(m_faults, path, object, kPepFields, &sPep, kChildren)) {
-            MarkSeen(m_faults, m_peps, sPep.sMoid.wPepIndex, Path(path, "index"), FindMember(object, "index"));
-        }
-        m_parsed.peps.push_back({sPep, m_place, inner});
-        ReadPriorities(object, path, sPep.sMoid.wPepIndex, inner);
+            Class::kPep, SwctProviderEdgePortMoid{SWCT_CLASS_PROVIDER_EDGE_PORT, m_slot, m_port, 0});
+        const bool isUsable = ReadFields(m_faults, path, object, RowOf(Class::kPep).fields, &sPep, kChildren);
+        m_peps.Mark(isUsable ? +sPep.sMoid.wPepIndex : 0, Path(path, "index"), FindMember(object, "index"));
+        m_configuration.aPep.push_back(sPep);
+        ReadPriorities(object, path, sPep.sMoid.wPepIndex);
     }
 
-    void ReadPriorities(const Json& pep, const Path& path, uint16_t pepIndex, std::size_t inner)
+    void ReadPriorities(const Json& pep, const Path& path, uint16_t pepIndex)
     {
         std::array<uint32_t, SWCT_PRIORITY_MAX> regenerated = {1, 2, 3, 4, 5, 6, 7, 8};
-        const Json* const pList = FindMember(pep, member::kPriorities);
-        ForEach(m_faults, path, pep, member::kPriorities, regenerated.size(),
+        const std::string_view name = MemberOf(Class::kPriority);
+        ForEach(m_faults, path, pep, name, regenerated.size(),
                 [&](const Json& value, const Path& valuePath, std::size_t index) {
-                    ReadNumber(m_faults, valuePath, value, kRegeneratedPriorityField, regenerated[index]);
+                    ReadNumber(m_faults, valuePath, value, RowOf(Class::kPriority).fields[0], regenerated[index]);
                 });
+        const Json* const pList = FindMember(pep, name);
         if (pList != nullptr && pList->is_array() && pList->size() < regenerated.size()) {
-            m_faults.Error(Path(path, member::kPriorities), pList,
-                           "must be eight priorities, for the received priorities 1 to 8");
+            m_faults.Error(Path(path, name), pList, "must be eight priorities, for the received priorities 1 to 8");
         }
         for (uint32_t priority = 1; priority <= SWCT_PRIORITY_MAX; ++priority) {
-            const SwctServicePriorityRegenerationMoid sMoid{SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, m_slot, m_port,
-                                                            pepIndex, priority};
-            m_parsed.priorities.push_back({{sMoid, {priority, regenerated[priority - 1]}}, m_place, inner});
+            m_configuration.aServicePriority.push_back(
+                {{SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, m_slot, m_port, pepIndex, priority},
+                 {priority, regenerated[priority - 1]}});
         }
     }
 
-    void ReadRegistration(const Json& object, const Path& path, std::size_t inner)
+    void ReadRegistration(const Json& object, const Path& path)
     {
         static constexpr std::string_view kKey[] = {member::kCVids};
         const std::vector<VidRange> ranges = ReadCVids(object, path);
         auto sRegistration = NewRecord<SwctCVidRegistrationRecord>(
-            kCVidRegistrationFields, SwctCVidRegistrationMoid{SWCT_CLASS_CVID_REGISTRATION, m_slot, m_port,
-                                                              ranges.empty() ? uint16_t{0} : ranges[0].first});
-        ReadFields(m_faults, path, object, kCVidRegistrationFields, &sRegistration, kKey);
+            Class::kRegistration, SwctCVidRegistrationMoid{SWCT_CLASS_CVID_REGISTRATION, m_slot, m_port,
+                                                           ranges.empty() ? uint16_t{0} : ranges[0].first});
+        const auto fields = RowOf(Class::kRegistration).fields.subspan(1); // the C-VID is a list
+        ReadFields(m_faults, path, object, fields, &sRegistration, kKey);
         const bool isOdd = sRegistration.sBody.wCVid != sRegistration.sMoid.wCVid;
         const bool isOne = ranges.size() == 1 && ranges[0].first == ranges[0].last;
         if (isOdd && !isOne) {
@@ -275,7 +277,7 @@ private:
             for (uint16_t cVid = range.first; cVid <= range.last; ++cVid) {
                 sRegistration.sMoid.wCVid = cVid;
                 sRegistration.sBody.wCVid = isOdd ? +sRegistration.sBody.wCVid : cVid;
-                m_parsed.registrations.push_back({sRegistration, m_place, inner});
+                m_configuration.aCVidRegistration.push_back(sRegistration);
             }
         }
     }
@@ -288,6 +290,7 @@ private:
         const Json* const pCVids = FindMember(object, member::kCVids);
         if (pCVids == nullptr) {
             m_faults.Error(path, nullptr, "has no \"" + std::string(member::kCVids) + "\"");
+            m_faults.LoseKey();
             return {};
         }
         const bool isText = pCVids->is_string();
@@ -295,41 +298,41 @@ private:
             !ParseVidList(isText ? pCVids->get_ref<const std::string&>() : pCVids->dump(), ranges)) {
             m_faults.Error(cVidsPath, pCVids,
                            "must be C-VIDs from 1 to 4094: a number, or a list with ranges such as \"10-19,30\"");
+            m_faults.LoseKey();
             return {};
         }
         for (const VidRange& range : ranges) {
             for (std::size_t cVid = range.first; cVid <= range.last; ++cVid) {
-                if (m_cVids[cVid]) {
+                if (m_cVids.Has(cVid)) {
                     m_faults.Error(cVidsPath, pCVids, "C-VID " + std::to_string(cVid) + " is there twice");
+                    m_faults.LoseKey();
                     return {};
                 }
-                m_cVids.set(cVid);
+                m_cVids.Mark(cVid, cVidsPath, pCVids);
             }
         }
         return ranges;
     }
 
-    void ReadTranslation(const Json& object, const Path& path, std::size_t inner)
+    void ReadTranslation(const Json& object, const Path& path)
     {
         auto sTranslation = NewRecord<SwctVidTranslationRecord>(
-            kVidTranslationFields, SwctVidTranslationMoid{SWCT_CLASS_VID_TRANSLATION, m_slot, m_port, 0});
-        if (ReadFields(m_faults, path, object, kVidTranslationFields, &sTranslation)) {
-            MarkSeen(m_faults, m_localVids, sTranslation.sMoid.wLocalVid, Path(path, "localVid"),
-                     FindMember(object, "localVid"));
-        }
-        m_parsed.translations.push_back({sTranslation, m_place, inner});
+            Class::kTranslation, SwctVidTranslationMoid{SWCT_CLASS_VID_TRANSLATION, m_slot, m_port, 0});
+        const bool isUsable = ReadFields(m_faults, path, object, RowOf(Class::kTranslation).fields, &sTranslation);
+        m_localVids.Mark(isUsable ? +sTranslation.sMoid.wLocalVid : 0, Path(path, "localVid"),
+                         FindMember(object, "localVid"));
+        m_configuration.aVidTranslation.push_back(sTranslation);
     }
 
     Faults& m_faults;
-    Parsed& m_parsed;
-    PortSet m_seen;
+    Configuration& m_configuration;
+    SeenPorts m_seen;
     // Of the present port.
-    std::size_t m_place = 0;
     uint8_t m_slot = 0;
     uint8_t m_port = 0;
-    std::bitset<SWCT_PEP_MAX + 1> m_peps;
-    std::bitset<SWCT_PB_VID_MAX + 1> m_cVids;
-    std::bitset<SWCT_PB_VID_MAX + 1> m_localVids;
+    Seen<SWCT_PEP_MAX + 1> m_peps;
+    SeenVids m_cVids;
+    SeenVids m_localVids;
 };
 
 // What the class stores of a bridge name, whose last byte is always zero; names of VLANs are stored as they are.
@@ -339,33 +342,62 @@ void EndAtFirstZero(char (&acName)[SWCT_VLAN_NAME_SIZE])
     std::fill(pEnd, std::end(acName), '\0');
 }
 
-} // namespace
-
-Parsed ReadObjects(const Json& document, Faults& faults)
+void ReadSchema(const Json& document, const Path& root, Faults& faults)
 {
-    Parsed parsed;
-    const Path root;
-    static constexpr std::string_view kMembers[] = {member::kSchemaFile, member::kDescription, member::kSchemaNumber,
-                                                    member::kSwitch,     member::kPorts,       member::kVlans};
-    SetDefaults({&kHrlbField, 1}, &parsed.dwHrlb);
-    ReadFields(faults, root, document, {&kHrlbField, 1}, &parsed.dwHrlb, kMembers);
     const Json* const pSchema = FindMember(document, member::kSchemaNumber);
-    if (pSchema != nullptr && *pSchema != kSchema) {
+    if (pSchema == nullptr && document.is_object()) {
+        faults.Error(root, nullptr, "has no \"schema\": a configuration begins with \"schema\": 1");
+    } else if (pSchema != nullptr && *pSchema != kSchema) {
         faults.Error(Path(root, member::kSchemaNumber), pSchema, "is no format that this version reads; 1 is");
     }
-    parsed.sSwitch = DefaultSwitch();
-    const Json* const pSwitch = FindMember(document, member::kSwitch);
-    if (pSwitch != nullptr) {
-        ReadFields(faults, Path(root, member::kSwitch), *pSwitch, kSwitchFields, &parsed.sSwitch);
+}
+
+template <class Record>
+void ReadSingle(const Json& document, const Path& root, Class id, Record& sRecord, Faults& faults)
+{
+    if (const Json* const pObject = FindMember(document, MemberOf(id))) {
+        ReadFields(faults, Path(root, MemberOf(id)), *pObject, RowOf(id).fields, &sRecord);
     }
-    EndAtFirstZero(parsed.sSwitch.acBridgeName);
-    PortReader ports(faults, parsed);
-    ForEach(faults, root, document, member::kPorts, kPortsMax,
-            [&ports](const auto& object, const Path& path, std::size_t place) { ports.Read(object, path, place); });
-    VlanReader vlans(faults, parsed);
-    ForEach(faults, root, document, member::kVlans, SWCT_VLAN_MAX,
-            [&vlans](const auto& object, const Path& path, std::size_t place) { vlans.Read(object, path, place); });
-    return parsed;
+}
+
+} // namespace
+
+Configuration ReadObjects(const Json& document, Faults& faults)
+{
+    Configuration configuration;
+    const Path root;
+    static const std::string_view kMembers[] = {
+        member::kSchemaFile,          member::kDescription,   member::kSchemaNumber, MemberOf(Class::kSwitch),
+        MemberOf(Class::kManagement), MemberOf(Class::kPort), MemberOf(Class::kVlan)};
+    const auto nodeFields = RowOf(Class::kNode).fields;
+    SetDefaults(nodeFields, &configuration.dwHrlb);
+    ReadFields(faults, root, document, nodeFields, &configuration.dwHrlb, kMembers);
+    ReadSchema(document, root, faults);
+    configuration.sSwitch = DefaultSwitch();
+    ReadSingle(document, root, Class::kSwitch, configuration.sSwitch, faults);
+    EndAtFirstZero(configuration.sSwitch.acBridgeName);
+    ReadSingle(document, root, Class::kManagement, configuration.sManagement, faults);
+    PortReader ports(faults, configuration);
+    ForEach(faults, root, document, MemberOf(Class::kPort), kPortsMax,
+            [&ports](const auto& object, const Path& path, std::size_t /*index*/) { ports.Read(object, path); });
+    VlanReader vlans(faults, configuration);
+    ForEach(faults, root, document, MemberOf(Class::kVlan), SWCT_VLAN_MAX,
+            [&vlans](const auto& object, const Path& path, std::size_t /*index*/) { vlans.Read(object, path); });
+
+    SortByKey(configuration.aPort);
+    // An entry of zeros is what a port that is not there has.
+    std::erase_if(configuration.aPort, [](const auto& sPort) { return IsAllZero(sPort.sBody); });
+    SortByKey(configuration.aVlan);
+    SortByKey(configuration.aVlanPort);
+    SortByKey(configuration.aInnerTag);
+    SortByKey(configuration.aPep);
+    SortByKey(configuration.aServicePriority);
+    SortByKey(configuration.aCVidRegistration);
+    SortByKey(configuration.aDefaultRegistration);
+    SortByKey(configuration.aVidTranslation);
+    SortByKey(configuration.aQinQ);
+    std::erase_if(configuration.aDefaultRegistration, [](const auto& sRecord) { return IsAllZero(sRecord.sBody); });
+    return configuration;
 }
 
 } // namespace tool

@@ -1,7 +1,7 @@
 // text_file.cpp - whole text files, in and out.
 #include "file/text_file.h"
 
-#include "objects/configuration.h"
+#include "file/faults.h"
 #include "objects/failure.h"
 
 #include <algorithm>
@@ -51,7 +51,7 @@ private:
 
 [[noreturn]] void FailToWrite(const std::string& file, int error)
 {
-    throw Failure(kBadInput, "cannot write " + file + ": " + std::strerror(error));
+    throw Failure(kNotWritten, "cannot write " + file + ": " + std::strerror(error));
 }
 
 void WriteAll(int fd, std::string_view text, const std::string& file)

@@ -1,305 +1,405 @@
-// catalogue.cpp - the tables of the JSON format.  docs/configuration.md describes them for users.
+// catalogue.cpp - the rows.  docs/configuration.md and its schema are printed from them.
 #include "objects/catalogue.h"
 
-#include <array>
-#include <cstddef>
+#include "objects/notation.h"
+#include "objects/records.h"
+
+#include <algorithm>
+#include <iterator>
 
 namespace tool {
 
 namespace {
 
 constexpr Word kYesNo[] = {{"false", 0}, {"true", 1}};
-
+constexpr Word kOnOff[] = {{"true", 1}, {"false", 2}};
 constexpr Word kSwitchModes[] = {{"provider-bridge", SWCT_SWITCH_MODE_PROVIDER_BRIDGE},
                                  {"qinq", SWCT_SWITCH_MODE_QINQ}};
-
 // The ether types that the enumeration names.
 constexpr Word kVlanEtherTypes[] = {{"0x8100", 1}, {"0xFFFF", 2}, {"0x88A8", 3},
                                     {"0x9100", 4}, {"0x9200", 5}, {"0x9300", 6}};
-
 constexpr Word kPortTypes[] = {
     {"none", SWCT_PB_PORT_NONE}, {"pnp", SWCT_PB_PORT_PNP}, {"cnp", SWCT_PB_PORT_CNP}, {"cep", SWCT_PB_PORT_CEP}};
-
 constexpr Word kIngressFilterings[] = {{"default-cvid", SWCT_INGRESS_FILTERING_DEFAULT_CVID}};
-
-constexpr Word kInnerTagStates[] = {{"true", SWCT_INNER_TAG_ON}, {"false", SWCT_INNER_TAG_OFF}};
-
 constexpr Word kMemberships[] = {{"tagged", SWCT_MEMBERSHIP_TAGGED}, {"untagged", SWCT_MEMBERSHIP_UNTAGGED}};
-
 constexpr Word kNoVid[] = {{"none", SWCT_VID_NONE}};
-
-// Status 2 stands for the values that mean a record whose QinQ is not enabled.
-constexpr Word kQinQStates[] = {{"true", SWCT_QINQ_ENABLED}, {"false", 2}};
+constexpr Word kNoVlan[] = {{"none", 0}};
 
 constexpr Range kVids{1, SWCT_PB_VID_MAX};
-constexpr Range kVidsOrNone{1, SWCT_VID_NONE};
 constexpr Range kVidsOrZero{0, SWCT_PB_VID_MAX};
-constexpr Range kTwo{0, 1}; // false or true
+constexpr Range kVidsOrNone{0, SWCT_VID_NONE}; // 0 and 4095 both mean none
+constexpr Range kTwo{0, 1};                    // false or true
 constexpr Range kOneOrTwo{1, 2};
-constexpr Range kNotZero{1}; // zero would store no object
-constexpr Range kPriorities{1, SWCT_PRIORITY_MAX};
+constexpr Range kNotZero{1};
 
-constexpr auto kRequired = Presence::kRequired;
-constexpr auto kWritten = Presence::kWritten;
+// A row: name, place, title, meaning; the rest is added to it.
+#define ROW(name, record, field, title, meaning)      \
+    Field                                             \
+    {                                                 \
+        name, FIELD_AT(record, field), title, meaning \
+    }
 
+#define ATTRIBUTE(name, field, title, meaning) ROW(name, SwctSwitchAttributes, field, title, meaning)
 constexpr Field kSwitchTable[] = {
-    {.name = "name", FIELD_AT(SwctSwitchAttributes, acBridgeName), .notation = Notation::kName, .presence = kWritten},
-    {.name = "mode",
-     FIELD_AT(SwctSwitchAttributes, dwSwitchMode),
-     .presence = kWritten,
-     .byDefault = SWCT_SWITCH_MODE_PROVIDER_BRIDGE,
-     .sensible = kOneOrTwo,
-     .words = kSwitchModes},
-    {.name = "bridgeMac",
-     FIELD_AT(SwctSwitchAttributes, sBridgeMacAddress),
-     .notation = Notation::kMac,
-     .presence = kWritten},
-    {.name = "l3Mac",
-     FIELD_AT(SwctSwitchAttributes, sL3MacAddress),
-     .notation = Notation::kMac,
-     .presence = kWritten,
-     .sameAs = offsetof(SwctSwitchAttributes, sBridgeMacAddress)},
-    {.name = "ageingTime",
-     FIELD_AT(SwctSwitchAttributes, dwAgeingTime),
-     .presence = kWritten,
-     .byDefault = 300,
-     .sensible = kNotZero},
-    {.name = "vlanEtherType",
-     FIELD_AT(SwctSwitchAttributes, dwBridgeVlanEtherType),
-     .presence = kWritten,
-     .byDefault = 3,
-     .sensible = {1, 6},
-     .words = kVlanEtherTypes},
-    {.name = "etherType1",
-     FIELD_AT(SwctSwitchAttributes, wEtherType1),
-     .notation = Notation::kHex16,
-     .presence = kWritten,
-     .byDefault = 0x88A8},
-    {.name = "etherType2",
-     FIELD_AT(SwctSwitchAttributes, wEtherType2),
-     .notation = Notation::kHex16,
-     .presence = kWritten,
-     .byDefault = 0x8100},
-    {.name = "etherType3",
-     FIELD_AT(SwctSwitchAttributes, wEtherType3),
-     .notation = Notation::kHex16,
-     .presence = kWritten,
-     .byDefault = 0x9100},
-    {.name = "etherType4",
-     FIELD_AT(SwctSwitchAttributes, wEtherType4),
-     .notation = Notation::kHex16,
-     .presence = kWritten,
-     .byDefault = 0x9200},
-    {.name = "l2cpTunnellingMode",
-     FIELD_AT(SwctSwitchAttributes, dwL2cpTunnellingMode),
-     .presence = kWritten,
-     .byDefault = 2,
-     .sensible = kNotZero},
-    {.name = "l2cpPriority",
-     FIELD_AT(SwctSwitchAttributes, dwL2cpPriority),
-     .presence = kWritten,
-     .byDefault = 5,
-     .sensible = kNotZero},
-    {.name = "l2cpTunnelMacBytes",
-     FIELD_AT(SwctSwitchAttributes, abL2cpMacDestTunnel),
-     .notation = Notation::kBytes,
-     .presence = kWritten},
-    {.name = "lagSystemPriority",
-     FIELD_AT(SwctSwitchAttributes, wLagSystemPriority),
-     .presence = kWritten,
-     .byDefault = 1,
-     .sensible = kNotZero},
-    {.name = "gLagDistribution",
-     FIELD_AT(SwctSwitchAttributes, dwGLagDistribution),
-     .presence = kWritten,
-     .byDefault = 1,
-     .sensible = {1, 7}},
+    ATTRIBUTE("name", acBridgeName, "Name", "the bridge's name").As(Notation::kName).Always(),
+    ATTRIBUTE("mode", dwSwitchMode, "Switch mode", "decides which of the ports' objects are in force")
+        .Always()
+        .Default(SWCT_SWITCH_MODE_PROVIDER_BRIDGE)
+        .Sense(kOneOrTwo)
+        .In(kSwitchModes),
+    ATTRIBUTE("bridgeMac", sBridgeMacAddress, "Bridge MAC", "").As(Notation::kMac).Always(),
+    ATTRIBUTE("l3Mac", sL3MacAddress, "Layer-3 MAC", "of the layer-3 interfaces")
+        .As(Notation::kMac)
+        .Always()
+        .SameAs(offsetof(SwctSwitchAttributes, sBridgeMacAddress)),
+    ATTRIBUTE("ageingTime", dwAgeingTime, "Ageing time, s", "of learned addresses, in seconds")
+        .Always()
+        .Default(300)
+        .Sense(kNotZero),
+    ATTRIBUTE("vlanEtherType", dwBridgeVlanEtherType, "VLAN ether type", "of the bridge")
+        .Always()
+        .Default(3)
+        .Sense({1, 6})
+        .In(kVlanEtherTypes),
+    ATTRIBUTE("etherType1", wEtherType1, "Ether type 1", "a configurable tag protocol identifier")
+        .As(Notation::kHex16)
+        .Always()
+        .Default(0x88A8),
+    ATTRIBUTE("etherType2", wEtherType2, "Ether type 2", "a configurable tag protocol identifier")
+        .As(Notation::kHex16)
+        .Always()
+        .Default(0x8100),
+    ATTRIBUTE("etherType3", wEtherType3, "Ether type 3", "a configurable tag protocol identifier")
+        .As(Notation::kHex16)
+        .Always()
+        .Default(0x9100),
+    ATTRIBUTE("etherType4", wEtherType4, "Ether type 4", "a configurable tag protocol identifier")
+        .As(Notation::kHex16)
+        .Always()
+        .Default(0x9200),
+    ATTRIBUTE("l2cpTunnellingMode", dwL2cpTunnellingMode, "L2CP tunnelling mode", "")
+        .Always()
+        .Default(2)
+        .Sense(kNotZero),
+    ATTRIBUTE("l2cpPriority", dwL2cpPriority, "L2CP priority", "of tunnelled control frames")
+        .Always()
+        .Default(5)
+        .Sense(kNotZero),
+    ATTRIBUTE("l2cpTunnelMacBytes", abL2cpMacDestTunnel, "L2CP tunnel MAC bytes",
+              "the variable bytes of the tunnel's destination MAC; a0ad when left out")
+        .As(Notation::kBytes)
+        .Always(),
+    ATTRIBUTE("lagSystemPriority", wLagSystemPriority, "LAG system priority", "").Always().Default(1).Sense(kNotZero),
+    ATTRIBUTE("gLagDistribution", dwGLagDistribution, "G-LAG distribution", "")
+        .Always()
+        .Default(1)
+        .Sense({1, 7})
+        .But(2),
+    ATTRIBUTE("forwardingTableSize", wUnicastForwardingTableMaxSize, "Forwarding table size",
+              "entries of the unicast forwarding table")
+        .Default(322),
+    ATTRIBUTE("staticForwardingEntries", bStaticUnicastForwardingMaxEntries, "Static forwarding entries",
+              "how many entries of the forwarding table may be static")
+        .Default(64),
 };
 
+constexpr Field kNodeTable[] = {Field{"hrlb", 0, sizeof(uint32_t), "HRLB", "the HRLB setting"}.Always().Default(2)};
+
+#define MANAGEMENT(name, field, title, meaning) ROW(name, ManagementInterface, field, title, meaning)
+constexpr Field kManagementTable[] = {
+    MANAGEMENT("slot", bSlot, "Management slot", "0: none").Sense({0, SWCT_SLOT_MAX}),
+    MANAGEMENT("vlan", wVlanId, "Management VLAN", "").Sense(kVidsOrZero).In(kNoVlan).OfVlan(),
+    MANAGEMENT("priority", dwPriority, "Management priority", "priority code point").Sense({0, 7}),
+};
+
+#define PORT(name, field, title, meaning) ROW(name, SwctSwitchPortRecord, sBody.field, title, meaning)
 constexpr Field kPortTable[] = {
-    {.name = "port",
-     .offset = offsetof(SwctSwitchPortRecord, sMoid.bSlot),
-     .size = 2,
-     .notation = Notation::kPort,
-     .presence = kRequired},
-    {.name = "type",
-     FIELD_AT(SwctSwitchPortRecord, sBody.dwPbPortType),
-     .presence = kWritten,
-     .sensible = {SWCT_PB_PORT_NONE, SWCT_PB_PORT_CEP},
-     .words = kPortTypes},
-    {.name = "pvid",
-     FIELD_AT(SwctSwitchPortRecord, sBody.wPvid),
-     .presence = kWritten,
-     .byDefault = 1,
-     .sensible = kVids},
-    {.name = "frameAdmission", FIELD_AT(SwctSwitchPortRecord, sBody.dwVlanFrameAdmit), .byDefault = 1},
-    {.name = "ingressFiltering",
-     FIELD_AT(SwctSwitchPortRecord, sBody.dwIngressFiltering),
-     .byDefault = 1,
-     .words = kIngressFilterings},
-    {.name = "vlanEtherType",
-     FIELD_AT(SwctSwitchPortRecord, sBody.dwL2PortVlanEtherTypeEnum),
-     .presence = kWritten,
-     .byDefault = 1,
-     .sensible = {1, 6},
-     .words = kVlanEtherTypes},
-    {.name = "layer2Type", FIELD_AT(SwctSwitchPortRecord, sBody.dwL2PortType), .byDefault = 1},
-    {.name = "settings", FIELD_AT(SwctSwitchPortRecord, sBody.abOtherPortSettings), .notation = Notation::kBytes},
+    Field{"port", offsetof(SwctSwitchPortRecord, sMoid.bSlot), 2, "Port", ""}.As(Notation::kPort).Required(),
+    PORT("type", dwPbPortType, "Type", "provider network port, customer network port, customer edge port")
+        .Always()
+        .Sense({SWCT_PB_PORT_NONE, SWCT_PB_PORT_CEP})
+        .In(kPortTypes),
+    PORT("pvid", wPvid, "PVID", "the VLAN of untagged frames").Always().Default(1).Sense(kVids).OfVlan(),
+    PORT("frameAdmission", dwVlanFrameAdmit, "Admits", "which frames the port accepts").Default(1),
+    PORT("ingressFiltering", dwIngressFiltering, "Filtering",
+         "with \"default-cvid\" a customer edge port has a default C-VID registration as an object")
+        .Default(1)
+        .In(kIngressFilterings),
+    PORT("vlanEtherType", dwL2PortVlanEtherTypeEnum, "Ether type", "")
+        .Always()
+        .Default(1)
+        .Sense({1, 6})
+        .In(kVlanEtherTypes),
+    PORT("layer2Type", dwL2PortType, "Layer-2 type", "0 is an entry without a port, which may still have a type")
+        .Default(1)
+        .Sense(kNotZero),
+    PORT("settings", abOtherPortSettings, "Other settings", "carried").As(Notation::kBytes),
 };
 
+#define VLAN(name, field, title, meaning) ROW(name, SwctVlanRecord, field, title, meaning)
 constexpr Field kVlanTable[] = {
-    {.name = "id",
-     FIELD_AT(SwctVlanRecord, sMoid.wVlanId),
-     .presence = kRequired,
-     .storable = {1, SWCT_VLAN_MAX},
-     .sensible = kVids},
-    {.name = "recordId", FIELD_AT(SwctVlanRecord, sBody.wVlanId), .sameAs = offsetof(SwctVlanRecord, sMoid.wVlanId)},
-    {.name = "name", FIELD_AT(SwctVlanRecord, sBody.acName), .notation = Notation::kName, .presence = kWritten},
-    {.name = "layer3Interface", FIELD_AT(SwctVlanRecord, sBody.dwVlanIf), .sensible = kTwo, .words = kYesNo},
-    {.name = "mac", FIELD_AT(SwctVlanRecord, sBody.sMacAddress), .notation = Notation::kMac},
-    {.name = "creationTime", FIELD_AT(SwctVlanRecord, sBody.dwCreationTime)},
-    {.name = "status", FIELD_AT(SwctVlanRecord, sBody.dwStatus), .byDefault = 2},
-    {.name = "param1", FIELD_AT(SwctVlanRecord, sBody.dwVlanParam1), .byDefault = 1},
-    {.name = "param2", FIELD_AT(SwctVlanRecord, sBody.dwVlanParam2), .byDefault = 2},
-    {.name = "param3", FIELD_AT(SwctVlanRecord, sBody.wVlanParam3), .byDefault = 100},
-    {.name = "reserved", FIELD_AT(SwctVlanRecord, sBody.abVlanReserved), .notation = Notation::kBytes},
+    VLAN("id", sMoid.wVlanId, "VLAN", "").Required().Storable({1, SWCT_VLAN_MAX}).Sense(kVids),
+    VLAN("recordId", sBody.wVlanId, "Id in the record", "").SameAs(offsetof(SwctVlanRecord, sMoid.wVlanId)),
+    VLAN("name", sBody.acName, "Name", "vlan-ID when left out").As(Notation::kName).Always(),
+    VLAN("layer3Interface", sBody.dwVlanIf, "L3", "the VLAN has a layer-3 interface").Sense(kTwo).In(kYesNo),
+    VLAN("mac", sBody.sMacAddress, "MAC", "of the record; readers see the switch's l3Mac").As(Notation::kMac),
+    VLAN("creationTime", sBody.dwCreationTime, "Created", "in seconds, the node's time").Shown(Look::kTime),
+    VLAN("status", sBody.dwStatus, "Status", "").Default(2),
+    VLAN("param1", sBody.dwVlanParam1, "Parameter 1", "carried").Default(1),
+    VLAN("param2", sBody.dwVlanParam2, "Parameter 2", "carried").Default(2),
+    VLAN("param3", sBody.wVlanParam3, "Parameter 3", "carried").Default(100),
+    VLAN("reserved", sBody.abVlanReserved, "Reserved", "carried").As(Notation::kBytes),
 };
 
+#define TAG(name, field, title, meaning) ROW(name, SwctVlanIfInnerTagRecord, sBody.field, title, meaning)
 constexpr Field kInnerTagTable[] = {
-    {.name = "enabled",
-     FIELD_AT(SwctVlanIfInnerTagRecord, sBody.dwInnerTagEnable),
-     .presence = kWritten,
-     .byDefault = SWCT_INNER_TAG_OFF,
-     .storable = kNotZero,
-     .sensible = kOneOrTwo,
-     .words = kInnerTagStates},
-    {.name = "vid",
-     FIELD_AT(SwctVlanIfInnerTagRecord, sBody.wInnerVlanId),
-     .presence = kWritten,
-     .sensible = kVidsOrZero},
-    {.name = "priorityEnabled",
-     FIELD_AT(SwctVlanIfInnerTagRecord, sBody.dwInnerPriorityEnable),
-     .byDefault = SWCT_INNER_TAG_OFF,
-     .sensible = kOneOrTwo,
-     .words = kInnerTagStates},
-    {.name = "priority",
-     FIELD_AT(SwctVlanIfInnerTagRecord, sBody.dwInnerPriority),
-     .byDefault = 1,
-     .sensible = {0, SWCT_PRIORITY_MAX}},
-    {.name = "param", FIELD_AT(SwctVlanIfInnerTagRecord, sBody.bInnerTagParam)},
-    {.name = "reserved", FIELD_AT(SwctVlanIfInnerTagRecord, sBody.abInnerTagReserved), .notation = Notation::kBytes},
+    TAG("enabled", dwInnerTagEnable, "Inner tag", "")
+        .Always()
+        .Default(SWCT_INNER_TAG_OFF)
+        .Storable(kNotZero)
+        .Sense(kOneOrTwo)
+        .In(kOnOff),
+    TAG("vid", wInnerVlanId, "Inner VLAN", "").Always().Sense(kVidsOrZero),
+    TAG("priorityEnabled", dwInnerPriorityEnable, "With priority", "the tag carries the priority")
+        .Default(SWCT_INNER_TAG_OFF)
+        .Sense(kOneOrTwo)
+        .In(kOnOff),
+    TAG("priority", dwInnerPriority, "Priority", "").Default(1).Sense({0, SWCT_PRIORITY_MAX}),
+    TAG("param", bInnerTagParam, "Parameter", "carried"),
+    TAG("reserved", abInnerTagReserved, "Reserved", "carried").As(Notation::kBytes),
 };
 
+#define PEP(name, field, title, meaning) ROW(name, SwctProviderEdgePortRecord, field, title, meaning)
 constexpr Field kPepTable[] = {
-    {.name = "index",
-     FIELD_AT(SwctProviderEdgePortRecord, sMoid.wPepIndex),
-     .presence = kRequired,
-     .storable = {1, SWCT_PEP_MAX}},
-    {.name = kSVidName,
-     FIELD_AT(SwctProviderEdgePortRecord, sBody.wSvid),
-     .presence = kRequired,
-     .storable = kNotZero,
-     .sensible = kVids},
-    {.name = "settings", FIELD_AT(SwctProviderEdgePortRecord, sBody.abSettings), .notation = Notation::kBytes},
+    PEP("index", sMoid.wPepIndex, "PEP", "unique on its port").Required().Storable({1, SWCT_PEP_MAX}),
+    PEP("sVid", sBody.wSvid, "S-VID", "the S-VLAN that it leads to")
+        .Required()
+        .Storable(kNotZero)
+        .Sense(kVids)
+        .OfVlan(),
+    PEP("settings", sBody.abSettings, "Settings", "carried").As(Notation::kBytes),
 };
 
-constexpr Field kCVidRegistrationTable[] = {
-    {.name = "recordCVid",
-     FIELD_AT(SwctCVidRegistrationRecord, sBody.wCVid),
-     .storable = kNotZero,
-     .sameAs = offsetof(SwctCVidRegistrationRecord, sMoid.wCVid)},
-    {.name = kSVidName, FIELD_AT(SwctCVidRegistrationRecord, sBody.wSvid), .presence = kRequired, .sensible = kVids},
-    {.name = "untaggedCep",
-     FIELD_AT(SwctCVidRegistrationRecord, sBody.boUntaggedCep),
-     .sensible = kTwo,
-     .words = kYesNo},
-    {.name = "untaggedPep",
-     FIELD_AT(SwctCVidRegistrationRecord, sBody.boUntaggedPep),
-     .sensible = kTwo,
-     .words = kYesNo},
-    {.name = "relayCVid", FIELD_AT(SwctCVidRegistrationRecord, sBody.wRelayCVid), .sensible = kVidsOrZero},
-    {.name = "relay", FIELD_AT(SwctCVidRegistrationRecord, sBody.boRelayCVid), .sensible = kTwo, .words = kYesNo},
-    {.name = "reserved", FIELD_AT(SwctCVidRegistrationRecord, sBody.abReserved), .notation = Notation::kBytes},
+#define PRIORITY(name, field, title, meaning) ROW(name, SwctServicePriorityRegenerationRecord, field, title, meaning)
+constexpr std::size_t kReceivedAt = offsetof(SwctServicePriorityRegenerationRecord, sMoid.dwPriority);
+constexpr Field kPriorityTable[] = {
+    PRIORITY("regeneratedPriority", sBody.dwRegeneratedPriority, "Becomes", "")
+        .Storable({1, SWCT_PRIORITY_MAX})
+        .SameAs(kReceivedAt),
+    PRIORITY("priority", sMoid.dwPriority, "Priority", "").Storable({1, SWCT_PRIORITY_MAX}).Required(),
+    PRIORITY("recordPriority", sBody.dwPriority, "", "").SameAs(kReceivedAt),
 };
 
-constexpr Field kDefaultRegistrationTable[] = {
-    {.name = kSVidName,
-     FIELD_AT(SwctDefaultCVidRegistrationRecord, sBody.wSvid),
-     .presence = kRequired,
-     .sensible = kVidsOrNone,
-     .words = kNoVid},
-    {.name = "untaggedPep",
-     FIELD_AT(SwctDefaultCVidRegistrationRecord, sBody.boUntaggedPep),
-     .sensible = kTwo,
-     .words = kYesNo},
+#define CVID(name, field, title, meaning) ROW(name, SwctCVidRegistrationRecord, field, title, meaning)
+constexpr Field kRegistrationTable[] = {
+    // a file has a list of C-VIDs in the place of the first
+    CVID("cVid", sMoid.wCVid, "C-VID", "").Required().Storable(kVids),
+    CVID("recordCVid", sBody.wCVid, "C-VID in the record", "with a single C-VID only")
+        .Storable(kNotZero)
+        .SameAs(offsetof(SwctCVidRegistrationRecord, sMoid.wCVid)),
+    CVID("sVid", sBody.wSvid, "S-VID", "").Required().Sense(kVids).OfVlan(),
+    CVID("untaggedCep", sBody.boUntaggedCep, "Untagged CEP", "frames leave the customer edge port untagged")
+        .Sense(kTwo)
+        .In(kYesNo),
+    CVID("untaggedPep", sBody.boUntaggedPep, "Untagged PEP", "frames leave the provider edge port untagged")
+        .Sense(kTwo)
+        .In(kYesNo),
+    CVID("relayCVid", sBody.wRelayCVid, "Relay C-VID", "").Sense(kVidsOrZero),
+    CVID("relay", sBody.boRelayCVid, "Relayed", "relayCVid is in force").Sense(kTwo).In(kYesNo),
+    CVID("reserved", sBody.abReserved, "Reserved", "carried").As(Notation::kBytes),
 };
 
-constexpr Field kVidTranslationTable[] = {
-    {.name = "localVid", FIELD_AT(SwctVidTranslationRecord, sMoid.wLocalVid), .presence = kRequired, .storable = kVids},
-    {.name = "recordLocalVid",
-     FIELD_AT(SwctVidTranslationRecord, sBody.wLocalVid),
-     .storable = kNotZero,
-     .sameAs = offsetof(SwctVidTranslationRecord, sMoid.wLocalVid)},
-    {.name = kRelayVidName,
-     FIELD_AT(SwctVidTranslationRecord, sBody.wRelayVid),
-     .presence = kRequired,
-     .sensible = kVids},
-    {.name = "status", FIELD_AT(SwctVidTranslationRecord, sBody.dwStatus), .byDefault = 3},
-    {.name = "reserved", FIELD_AT(SwctVidTranslationRecord, sBody.abReserved), .notation = Notation::kBytes},
+#define DEFAULTS(name, field, title, meaning) ROW(name, SwctDefaultCVidRegistrationRecord, sBody.field, title, meaning)
+constexpr Field kDefaultTable[] = {
+    DEFAULTS("sVid", wSvid, "S-VID", "0 and \"none\" are no registration")
+        .Required()
+        .Sense(kVidsOrNone)
+        .In(kNoVid)
+        .OfVlan(),
+    DEFAULTS("untaggedPep", boUntaggedPep, "Untagged PEP", "frames leave the provider edge port untagged")
+        .Sense(kTwo)
+        .In(kYesNo),
 };
 
+#define TRANSLATION(name, field, title, meaning) ROW(name, SwctVidTranslationRecord, field, title, meaning)
+constexpr Field kTranslationTable[] = {
+    TRANSLATION("localVid", sMoid.wLocalVid, "Local VID", "unique on its port").Required().Storable(kVids),
+    TRANSLATION("recordLocalVid", sBody.wLocalVid, "Local VID in the record", "")
+        .Storable(kNotZero)
+        .SameAs(offsetof(SwctVidTranslationRecord, sMoid.wLocalVid)),
+    TRANSLATION("relayVid", sBody.wRelayVid, "Relay VID", "").Required().Sense(kVids).OfVlan(),
+    TRANSLATION("status", sBody.dwStatus, "Status", "3 counts as a provider-bridge setting of the port").Default(3),
+    TRANSLATION("reserved", sBody.abReserved, "Reserved", "carried").As(Notation::kBytes),
+};
+
+#define QINQ(name, field, title, meaning) ROW(name, SwctQinQPortRecord, sBody.field, title, meaning)
 constexpr Field kQinQTable[] = {
-    {.name = "enabled",
-     FIELD_AT(SwctQinQPortRecord, sBody.dwQinQStatus),
-     .presence = kWritten,
-     .byDefault = SWCT_QINQ_ENABLED,
-     .storable = kNotZero,
-     .words = kQinQStates},
-    {.name = "providerVid",
-     FIELD_AT(SwctQinQPortRecord, sBody.wProviderTagVid),
-     .presence = kRequired,
-     .sensible = kVidsOrNone,
-     .words = kNoVid},
-    {.name = "priority", FIELD_AT(SwctQinQPortRecord, sBody.dwProviderTagPriority)},
-    {.name = "etherType", FIELD_AT(SwctQinQPortRecord, sBody.dwProviderTagEtherType)},
-    {.name = "tunnelControlProtocols",
-     FIELD_AT(SwctQinQPortRecord, sBody.boControlProtocolTunnelling),
-     .sensible = kTwo,
-     .words = kYesNo},
-    {.name = "tunnelMac", FIELD_AT(SwctQinQPortRecord, sBody.dwControlProtocolTunnellingMac)},
+    QINQ("enabled", dwQinQStatus, "Enabled", "false is a record whose QinQ is not enabled")
+        .Always()
+        .Default(SWCT_QINQ_ENABLED)
+        .Storable(kNotZero)
+        .In(kOnOff),
+    QINQ("providerVid", wProviderTagVid, "Provider VID", "VID of the outer tag")
+        .Required()
+        .Sense(kVidsOrNone)
+        .In(kNoVid)
+        .OfVlan(),
+    QINQ("priority", dwProviderTagPriority, "Priority", "of the outer tag"),
+    QINQ("etherType", dwProviderTagEtherType, "Ether type", "of the outer tag"),
+    QINQ("tunnelControlProtocols", boControlProtocolTunnelling, "Tunnelling",
+         "received layer-2 control frames are tunnelled")
+        .Sense(kTwo)
+        .In(kYesNo),
+    QINQ("tunnelMac", dwControlProtocolTunnellingMac, "Tunnel MAC", "names the MAC address of the tunnel"),
 };
+
+constexpr Field kMemberTable[] = {
+    Field{"port", offsetof(SwctVlanPortRecord, sMoid.bSlot), 2, "Port", ""}.As(Notation::kPort).Required(),
+    ROW("membership", SwctVlanPortRecord, sBody.dwMembership, "Membership", "")
+        .Required()
+        .Storable(kNotZero)
+        .Sense(kOneOrTwo)
+        .In(kMemberships),
+};
+
+template <auto kList>
+Records ListOf(const Configuration& configuration)
+{
+    const auto& list = configuration.*kList;
+    return {reinterpret_cast<const uint8_t*>(list.data()), list.size(), sizeof(list[0])};
+}
+
+template <auto kValue>
+Records SingleOf(const Configuration& configuration)
+{
+    const auto& value = configuration.*kValue;
+    return {reinterpret_cast<const uint8_t*>(&value), 1, sizeof(value)};
+}
+
+template <class Record>
+uint64_t KeyOfRecord(const void* pRecord)
+{
+    return KeyOf(static_cast<const Record*>(pRecord)->sMoid);
+}
+
+constexpr std::size_t kVidsOfPortsMax = kPortsMax * SWCT_PB_VID_MAX;
+constexpr std::size_t kPepsMax = kPortsMax * SWCT_PEP_MAX;
+using C = Configuration;
+
+// Class; label, one, many, member, meaning; first key, list, implied; most; fields, last key; records.
+constexpr ObjectClass kCatalogue[] = {
+    {Class::kSwitch, SWCT_CLASS_SWITCH, "switch", "switch", "switches", "switch", "node-wide settings", Keys::kNone,
+     false, false, 1, kSwitchTable, kNoField, SingleOf<&C::sSwitch>, nullptr},
+    {Class::kNode, SWCT_CLASS_HRLB, "node", "node setting", "node settings", "", "members of the document", Keys::kNone,
+     false, false, 1, kNodeTable, kNoField, SingleOf<&C::dwHrlb>, nullptr},
+    {Class::kManagement, 0, "management", "management interface", "management interfaces", "management",
+     "the node's management VLAN interface", Keys::kNone, false, false, 1, kManagementTable, kNoField,
+     SingleOf<&C::sManagement>, nullptr},
+    {Class::kPort, SWCT_CLASS_SWITCH_PORT, "", "port", "ports", "ports", "a port exists when it is in the list",
+     Keys::kPort, true, false, kPortsMax, kPortTable, kNoField, ListOf<&C::aPort>, KeyOfRecord<SwctSwitchPortRecord>},
+    {Class::kPep, SWCT_CLASS_PROVIDER_EDGE_PORT, "pep", "provider edge port", "provider edge ports",
+     "providerEdgePorts", "of a CEP", Keys::kPort, true, false, kPepsMax, kPepTable, 0, ListOf<&C::aPep>,
+     KeyOfRecord<SwctProviderEdgePortRecord>},
+    {Class::kPriority, SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, "priority", "priority", "priorities",
+     "priorityRegeneration", "of a PEP: what frames received with priority 1 to 8 get; each its own when left out",
+     Keys::kPort, true, true, kPepsMax* SWCT_PRIORITY_MAX, kPriorityTable, 1, ListOf<&C::aServicePriority>,
+     KeyOfRecord<SwctServicePriorityRegenerationRecord>},
+    {Class::kRegistration, SWCT_CLASS_CVID_REGISTRATION, "cvid", "C-VID registration", "C-VID registrations",
+     "cVidRegistrations", "of a CEP; one object stands for all C-VIDs that are registered in the same way", Keys::kPort,
+     true, false, kVidsOfPortsMax, kRegistrationTable, 0, ListOf<&C::aCVidRegistration>,
+     KeyOfRecord<SwctCVidRegistrationRecord>},
+    {Class::kDefaultRegistration, SWCT_CLASS_DEFAULT_CVID_REGISTRATION, "default", "default C-VID registration",
+     "default C-VID registrations", "defaultCVidRegistration",
+     "of a CEP: where the C-VIDs without a registration of their own go", Keys::kPort, false, false, kPortsMax,
+     kDefaultTable, kNoField, ListOf<&C::aDefaultRegistration>, KeyOfRecord<SwctDefaultCVidRegistrationRecord>},
+    {Class::kTranslation, SWCT_CLASS_VID_TRANSLATION, "vid", "VID translation", "VID translations", "vidTranslations",
+     "of a PNP or CNP", Keys::kPort, true, false, kVidsOfPortsMax, kTranslationTable, 0, ListOf<&C::aVidTranslation>,
+     KeyOfRecord<SwctVidTranslationRecord>},
+    {Class::kQinQ, SWCT_CLASS_QINQ_PORT, "qinq", "QinQ port", "QinQ ports", "qinq", "in force in switch mode \"qinq\"",
+     Keys::kPort, false, false, kPortsMax, kQinQTable, kNoField, ListOf<&C::aQinQ>, KeyOfRecord<SwctQinQPortRecord>},
+    {Class::kVlan, SWCT_CLASS_VLAN, "", "VLAN", "VLANs", "vlans", "", Keys::kVlan, true, false, SWCT_VLAN_MAX,
+     kVlanTable, 0, ListOf<&C::aVlan>, KeyOfRecord<SwctVlanRecord>},
+    {Class::kInnerTag, SWCT_CLASS_VLAN_IF_INNER_TAG, "inner-tag", "inner tag", "inner tags", "innerTag",
+     "the second tag of the frames of the VLAN's layer-3 interface; null: there is no record of one", Keys::kVlan,
+     false, true, SWCT_VLAN_MAX, kInnerTagTable, kNoField, ListOf<&C::aInnerTag>,
+     KeyOfRecord<SwctVlanIfInnerTagRecord>},
+    {Class::kMember, SWCT_CLASS_VLAN_PORT, "member", "member", "members", "members", "ports, each once", Keys::kVlan,
+     true, false, SWCT_VLAN_MAX* kPortsMax, kMemberTable, 0, ListOf<&C::aVlanPort>, KeyOfRecord<SwctVlanPortRecord>},
+};
+
+constexpr bool IsInOrder()
+{
+    for (std::size_t i = 0; i < std::size(kCatalogue); ++i) {
+        if (static_cast<std::size_t>(kCatalogue[i].id) != i) {
+            return false;
+        }
+    }
+    return true;
+}
+static_assert(IsInOrder());
+
+// Slot and port, or the VLAN id, follow the class id in every Moid.
+constexpr std::size_t kFirstKeyAt = sizeof(uint16_t);
+constexpr Field kVlanKey{"", kFirstKeyAt, sizeof(uint16_t), "", ""};
 
 } // namespace
 
-constinit const std::span<const Field> kSwitchFields = kSwitchTable;
-constinit const std::span<const Field> kPortFields = kPortTable;
-constinit const std::span<const Field> kVlanFields = kVlanTable;
-constinit const std::span<const Field> kInnerTagFields = kInnerTagTable;
-constinit const std::span<const Field> kPepFields = kPepTable;
-constinit const std::span<const Field> kCVidRegistrationFields = kCVidRegistrationTable;
-constinit const std::span<const Field> kDefaultRegistrationFields = kDefaultRegistrationTable;
-constinit const std::span<const Field> kVidTranslationFields = kVidTranslationTable;
-constinit const std::span<const Field> kQinQFields = kQinQTable;
+std::span<const ObjectClass> Catalogue()
+{
+    return kCatalogue;
+}
 
-constinit const Field kHrlbField{
-    .name = "hrlb", .offset = 0, .size = sizeof(uint32_t), .presence = kWritten, .byDefault = 2};
+const ObjectClass& RowOf(Class id)
+{
+    return kCatalogue[static_cast<std::size_t>(id)];
+}
 
-constinit const Field kMembershipField{.name = "membership",
-                                       FIELD_AT(SwctVlanPortRecord, sBody.dwMembership),
-                                       .presence = kRequired,
-                                       .storable = kNotZero,
-                                       .words = kMemberships};
+const Field& FieldOf(Class id, std::string_view name)
+{
+    const auto fields = RowOf(id).fields;
+    return *std::find_if(fields.begin(), fields.end(), [name](const Field& field) { return field.name == name; });
+}
 
-constinit const Field kRegeneratedPriorityField{
-    .name = "regeneratedPriority",
-    FIELD_AT(SwctServicePriorityRegenerationRecord, sBody.dwRegeneratedPriority),
-    .presence = kRequired,
-    .storable = kPriorities};
+std::string ObjectPrefix(const ObjectClass& row, const void* pRecord)
+{
+    std::string name;
+    const auto* const pKey = static_cast<const uint8_t*>(pRecord) + kFirstKeyAt;
+    if (row.keys == Keys::kPort) {
+        name = "port " + PortText(pKey[0], pKey[1]);
+    } else if (row.keys == Keys::kVlan) {
+        name = "vlan";
+        if (row.id != Class::kVlan) {
+            name += ' ' + std::to_string(NumberOf(kVlanKey, pRecord));
+        }
+    }
+    if (row.id == Class::kPriority) {
+        const auto* const pPriority = static_cast<const SwctServicePriorityRegenerationRecord*>(pRecord);
+        name += " pep " + std::to_string(pPriority->sMoid.wPepIndex);
+    }
+    name += name.empty() || row.label.empty() ? "" : " ";
+    return name.append(row.label);
+}
+
+std::string LastKeyText(const ObjectClass& row, const void* pRecord)
+{
+    if (row.keyField == kNoField) {
+        return "";
+    }
+    const Field& key = row.fields[row.keyField];
+    const auto bytes = BytesOf(key, pRecord);
+    return key.notation == Notation::kPort ? PortText(bytes[0], bytes[1]) : std::to_string(NumberOf(key, pRecord));
+}
+
+std::string ObjectName(const ObjectClass& row, const void* pRecord)
+{
+    const std::string last = LastKeyText(row, pRecord);
+    return ObjectPrefix(row, pRecord) + (last.empty() ? "" : " ") + last;
+}
 
 SwctSwitchAttributes DefaultSwitch()
 {
     SwctSwitchAttributes sSwitch{};
-    SetDefaults(kSwitchFields, &sSwitch);
+    SetDefaults(kSwitchTable, &sSwitch);
     sSwitch.abL2cpMacDestTunnel[0] = 0xA0;
     sSwitch.abL2cpMacDestTunnel[1] = 0xAD;
     return sSwitch;
@@ -307,10 +407,7 @@ SwctSwitchAttributes DefaultSwitch()
 
 SwctVlanIfInnerTagRecord DefaultInnerTag(uint16_t vlanId)
 {
-    SwctVlanIfInnerTagRecord sRecord{};
-    SetDefaults(kInnerTagFields, &sRecord);
-    sRecord.sMoid = {SWCT_CLASS_VLAN_IF_INNER_TAG, vlanId};
-    return sRecord;
+    return NewRecord<SwctVlanIfInnerTagRecord>(Class::kInnerTag, SwctVlanMoid{SWCT_CLASS_VLAN_IF_INNER_TAG, vlanId});
 }
 
 } // namespace tool

@@ -1,61 +1,101 @@
-// catalogue.h - the objects of the JSON format: one table of fields for each class of the exchange.
+// catalogue.h - the classes of objects: one row for each class, one row for each field of a class.
+//
+// Whatever a program or a person sees of an object - its name, its members, their order, words, ranges and titles -
+// comes from here, and so do the schema and the tables of the documents.
 #pragma once
 
+#include "objects/configuration.h"
 #include "objects/fields.h"
 
 #include <span>
+#include <string>
 #include <string_view>
 
 namespace tool {
 
 inline constexpr uint32_t kSchema = 1; // of the JSON format
 
-// Class 176, whose record has no Moid.
-extern const std::span<const Field> kSwitchFields;
-extern const Field kHrlbField; // class 867: a bare number
+enum class Class : uint8_t {
+    kSwitch,
+    kNode, // the settings outside of all tables
+    kManagement,
+    kPort,
+    kPep,
+    kPriority,
+    kRegistration,
+    kDefaultRegistration,
+    kTranslation,
+    kQinQ,
+    kVlan,
+    kInnerTag,
+    kMember
+};
 
-// The tables of the classes with keys describe the whole record, Moid included.
-extern const std::span<const Field> kPortFields;
-extern const std::span<const Field> kVlanFields;
-extern const std::span<const Field> kInnerTagFields;
-extern const std::span<const Field> kPepFields;
-extern const std::span<const Field> kCVidRegistrationFields; // without the C-VID, which is written as a list
-extern const std::span<const Field> kDefaultRegistrationFields;
-extern const std::span<const Field> kVidTranslationFields;
-extern const std::span<const Field> kQinQFields;
+enum class Keys : uint8_t { kNone, kPort, kVlan }; // what the first key names
 
-// Classes 206 and 427 have notations of their own; this is the datum of a record.
-extern const Field kMembershipField;
-extern const Field kRegeneratedPriorityField;
+// The records of a class, whatever their type.
+struct Records {
+    const uint8_t* pFirst;
+    std::size_t count;
+    std::size_t size; // of a record, in bytes
 
-// The members that hold other objects.
-namespace member {
-inline constexpr std::string_view kSchemaNumber = "schema";
-inline constexpr std::string_view kSchemaFile = "$schema";      // for editors, not looked at
-inline constexpr std::string_view kDescription = "description"; // for people, not looked at
-inline constexpr std::string_view kSwitch = "switch";
-inline constexpr std::string_view kPorts = "ports";
-inline constexpr std::string_view kVlans = "vlans";
-inline constexpr std::string_view kInnerTag = "innerTag";
-inline constexpr std::string_view kMembers = "members";
-inline constexpr std::string_view kTagged = "tagged";
-inline constexpr std::string_view kUntagged = "untagged";
-inline constexpr std::string_view kOther = "other";
-inline constexpr std::string_view kPeps = "providerEdgePorts";
-inline constexpr std::string_view kPriorities = "priorityRegeneration";
-inline constexpr std::string_view kRegistrations = "cVidRegistrations";
-inline constexpr std::string_view kCVids = "cVids";
-inline constexpr std::string_view kDefaultRegistration = "defaultCVidRegistration";
-inline constexpr std::string_view kTranslations = "vidTranslations";
-inline constexpr std::string_view kQinQ = "qinq";
-} // namespace member
+    const void* At(std::size_t index) const
+    {
+        return pFirst + index * size;
+    }
+};
 
-// The fields that rules ask for by name.
-inline constexpr std::string_view kSVidName = "sVid";
-inline constexpr std::string_view kRelayVidName = "relayVid";
+struct ObjectClass {
+    Class id;
+    uint16_t wClass;        // of the exchange; 0: none carries it alone
+    std::string_view label; // how every output names an object: "port 1/3 LABEL 10"
+    std::string_view one;   // in words
+    std::string_view many;
+    std::string_view member; // in the JSON format, of the document or of the port or VLAN
+    std::string_view meaning;
+    Keys keys;
+    bool isList;          // else there is at most one
+    bool isImplied;       // comes with its parent: a new parent with a usual one is no further difference
+    std::size_t nrOfMost; // records in the whole node
+    std::span<const Field> fields;
+    std::size_t keyField; // index of the field that is the last key; kNoField: the first key is all
+    Records (*records)(const Configuration&);
+    uint64_t (*keyOf)(const void*); // null when there is one record at most
+};
+
+std::span<const ObjectClass> Catalogue(); // in the order of Class
+const ObjectClass& RowOf(Class id);
+const Field& FieldOf(Class id, std::string_view name);
+
+// "port 1/3 cvid 10", "vlan 10", "switch": the one name of an object.
+std::string ObjectName(const ObjectClass& row, const void* pRecord);
+// The name without its last key, and that key; for objects that are told together.
+std::string ObjectPrefix(const ObjectClass& row, const void* pRecord);
+std::string LastKeyText(const ObjectClass& row, const void* pRecord); // empty when there is none
 
 // The attributes of a switch, and the inner tag of a VLAN, that a file says nothing about.
 SwctSwitchAttributes DefaultSwitch();
 SwctVlanIfInnerTagRecord DefaultInnerTag(uint16_t vlanId);
+
+// A record with these keys that has its defaults.
+template <class Record, class Moid>
+Record NewRecord(Class id, const Moid& sMoid)
+{
+    Record sRecord{};
+    sRecord.sMoid = sMoid;
+    SetDefaults(RowOf(id).fields, &sRecord);
+    return sRecord;
+}
+
+// The members of the JSON format that hold other objects, and those that are no data.
+namespace member {
+inline constexpr std::string_view kSchemaNumber = "schema";
+inline constexpr std::string_view kSchemaFile = "$schema";      // for editors, not looked at
+inline constexpr std::string_view kDescription = "description"; // for people, not looked at
+inline constexpr std::string_view kTagged = "tagged";
+inline constexpr std::string_view kUntagged = "untagged";
+inline constexpr std::string_view kOther = "other";
+inline constexpr std::string_view kCVids = "cVids";
+} // namespace member
 
 } // namespace tool

@@ -1,242 +1,208 @@
 // diff.cpp - what differs between two configurations, object by object.
 #include "objects/catalogue.h"
-#include "objects/configuration.h"
 #include "objects/notation.h"
 #include "objects/records.h"
 
 #include <algorithm>
-#include <optional>
-#include <utility>
+#include <array>
+#include <cstring>
 
 namespace tool {
 
 namespace {
 
-// An object as a person calls it: "port 1/2 c-vid" and, where objects of the same text differ in it, the last key.
-struct Label {
-    std::string text;
-    std::optional<uint16_t> number = std::nullopt;
-    std::string port{};
-};
+// The longest record that a class whose objects come with their parents has.
+using RecordBuffer = std::array<uint8_t, 64>;
 
-std::string PortLabel(uint8_t slot, uint8_t port)
-{
-    return "port " + PortText(slot, port);
-}
-
-Label LabelOf(const SwctPortMoid& sMoid)
-{
-    const char* pSuffix = sMoid.wClassId == SWCT_CLASS_QINQ_PORT                   ? " qinq"
-                          : sMoid.wClassId == SWCT_CLASS_DEFAULT_CVID_REGISTRATION ? " default registration"
-                                                                                   : "";
-    return {PortLabel(sMoid.bSlot, sMoid.bPort) + pSuffix};
-}
-Label LabelOf(const SwctVlanMoid& sMoid)
-{
-    if (sMoid.wClassId == SWCT_CLASS_VLAN_IF_INNER_TAG) {
-        return {"vlan " + std::to_string(sMoid.wVlanId) + " inner tag"};
-    }
-    return {"vlan", sMoid.wVlanId};
-}
-Label LabelOf(const SwctVlanPortMoid& sMoid)
-{
-    return {"vlan " + std::to_string(sMoid.wVlanId) + " member", std::nullopt, PortText(sMoid.bSlot, sMoid.bPort)};
-}
-Label LabelOf(const SwctCVidRegistrationMoid& sMoid)
-{
-    return {PortLabel(sMoid.bSlot, sMoid.bPort) + " c-vid", sMoid.wCVid};
-}
-Label LabelOf(const SwctVidTranslationMoid& sMoid)
-{
-    return {PortLabel(sMoid.bSlot, sMoid.bPort) + " local vid", sMoid.wLocalVid};
-}
-Label LabelOf(const SwctProviderEdgePortMoid& sMoid)
-{
-    return {PortLabel(sMoid.bSlot, sMoid.bPort) + " pep", sMoid.wPepIndex};
-}
-Label LabelOf(const SwctServicePriorityRegenerationMoid& sMoid)
-{
-    return {PortLabel(sMoid.bSlot, sMoid.bPort) + " pep " + std::to_string(sMoid.wPepIndex) + " priority",
-            static_cast<uint16_t>(sMoid.dwPriority)};
-}
-
-class DifferenceList {
+// Compares one class, in key order.
+class ClassDiff {
 public:
-    // Compares two records of an object; a null one is not there.
-    void Compare(const Label& label, std::span<const Field> fields, const void* pBefore, const void* pAfter)
+    ClassDiff(const ObjectClass& row, const Configuration& before, const Configuration& after,
+              std::vector<Difference>& differences)
+        : m_row(row), m_before(row.records(before)), m_after(row.records(after)), m_configurationBefore(before),
+          m_configurationAfter(after), m_differences(differences)
     {
+    }
+
+    void Run()
+    {
+        for (std::size_t i = 0, j = 0; i < m_before.count || j < m_after.count;) {
+            const bool isFirst = j == m_after.count || (i < m_before.count && Key(m_before, i) <= Key(m_after, j));
+            const bool isSecond = i == m_before.count || (j < m_after.count && Key(m_after, j) <= Key(m_before, i));
+            const void* const pBefore = isFirst ? m_before.At(i++) : nullptr;
+            const void* const pAfter = isSecond ? m_after.At(j++) : nullptr;
+            if (pBefore == nullptr || pAfter == nullptr || std::memcmp(pBefore, pAfter, m_before.size) != 0) {
+                Compare(pBefore, pAfter);
+            }
+        }
+    }
+
+private:
+    uint64_t Key(const Records& records, std::size_t index) const
+    {
+        return m_row.keyOf == nullptr ? 0 : m_row.keyOf(records.At(index));
+    }
+
+    // Whether the parent of an object is in a configuration: a PEP for a priority, a VLAN for an inner tag.
+    bool HasParent(const Configuration& configuration, const void* pRecord) const
+    {
+        const uint64_t key = m_row.keyOf(pRecord);
+        return m_row.id == Class::kPriority ? Find(configuration.aPep, key >> 16U << 16U) != nullptr
+                                            : Find(configuration.aVlan, key) != nullptr;
+    }
+
+    // What comes with its parent counts as usual on the side that has no parent.
+    const void* Usual(const void* pOther, const Configuration& configuration, RecordBuffer& buffer) const
+    {
+        if (!m_row.isImplied || HasParent(configuration, pOther)) {
+            return nullptr;
+        }
+        buffer = {};
+        // The keys are the Moid, which lies before all other fields.
+        std::memcpy(buffer.data(), pOther,
+                    m_row.id == Class::kPriority ? sizeof(SwctServicePriorityRegenerationMoid) : sizeof(SwctVlanMoid));
+        SetDefaults(m_row.fields, buffer.data());
+        return buffer.data();
+    }
+
+    void Compare(const void* pBefore, const void* pAfter)
+    {
+        const void* const pAny = pAfter != nullptr ? pAfter : pBefore;
+        RecordBuffer buffer{};
+        if (pBefore == nullptr) {
+            pBefore = Usual(pAfter, m_configurationBefore, buffer);
+        } else if (pAfter == nullptr) {
+            pAfter = Usual(pBefore, m_configurationAfter, buffer);
+        }
         Difference difference;
         difference.kind = pBefore == nullptr  ? DifferenceKind::kAdded
                           : pAfter == nullptr ? DifferenceKind::kRemoved
                                               : DifferenceKind::kChanged;
-        for (const Field& field : fields) {
-            AddMember(difference.members, field, pBefore, pAfter);
+        for (std::size_t i = 0; i < m_row.fields.size(); ++i) {
+            // Keys are in the name already.
+            if (i != m_row.keyField && !(m_row.id == Class::kPort && i == 0)) {
+                AddMember(difference.members, m_row.fields[i], pBefore, pAfter);
+            }
         }
         if (difference.kind != DifferenceKind::kChanged || !difference.members.empty()) {
-            Add(label, std::move(difference));
+            Add(std::move(difference), pAny);
         }
     }
 
-    std::vector<Difference> Take()
-    {
-        return std::move(m_differences);
-    }
-
-private:
     static void AddMember(std::vector<MemberChange>& members, const Field& field, const void* pBefore,
                           const void* pAfter)
     {
         const bool isOptional = field.presence == Presence::kOptional;
         MemberChange change;
         if (pBefore != nullptr && !(pAfter == nullptr && isOptional && IsDefault(field, pBefore))) {
-            change.before = MemberValue(field, pBefore);
+            AppendValue(change.before, field, pBefore);
         }
         if (pAfter != nullptr && !(pBefore == nullptr && isOptional && IsDefault(field, pAfter))) {
-            change.after = MemberValue(field, pAfter);
+            AppendValue(change.after, field, pAfter);
         }
-        if (change.before != change.after) {
+        // A number that is nothing but the key again.
+        const bool isKeyAgain = field.sameAs != kNoField && (pBefore == nullptr || IsDefault(field, pBefore)) &&
+                                (pAfter == nullptr || IsDefault(field, pAfter)) && field.IsNumber();
+        if (change.before != change.after && !(isKeyAgain && (pBefore == nullptr || pAfter == nullptr))) {
             change.member = MemberName(field, pAfter != nullptr ? pAfter : pBefore);
             members.push_back(std::move(change));
         }
     }
 
-    // Neighbours to which the same has happened become one: "port 1/2 c-vid 10-19,30", "vlan 10 member 1/1 2/1".
-    void Add(const Label& label, Difference&& difference)
+    // Neighbours to which the same has happened become one: "port 1/2 cvid 10-19,30", "vlan 10 member 1/1 2/1".
+    void Add(Difference&& difference, const void* pRecord)
     {
-        if (m_label.empty() || m_label != label.text || !IsSameChange(difference, m_differences.back())) {
+        std::string prefix = ObjectPrefix(m_row, pRecord);
+        const bool isNeighbour = !m_prefix.empty() && m_prefix == prefix && m_row.keyField != kNoField &&
+                                 m_differences.back().kind == difference.kind &&
+                                 m_differences.back().members == difference.members;
+        if (!isNeighbour) {
             m_differences.push_back(std::move(difference));
-            m_label = label.text;
+            m_prefix = std::move(prefix);
             m_numbers.clear();
             m_ports.clear();
+            Place(m_differences.back(), pRecord);
         }
-        if (label.number) {
-            AppendVid(m_numbers, *label.number);
+        Difference& told = m_differences.back();
+        if (m_row.keys == Keys::kVlan) {
+            told.lastVlan = static_cast<uint16_t>(Parent(pRecord));
         }
-        m_ports += label.port.empty() ? "" : ' ' + label.port;
-        m_differences.back().object = m_label + (label.number ? ' ' + VidListText(m_numbers) : m_ports);
+        if (m_row.keyField == kNoField) {
+            told.object = m_prefix;
+            return;
+        }
+        const Field& key = m_row.fields[m_row.keyField];
+        if (key.notation == Notation::kPort) {
+            m_ports += ' ' + LastKeyText(m_row, pRecord);
+            told.object = m_prefix + m_ports;
+            told.slot = told.port = 0; // several
+            if (!isNeighbour) {
+                told.slot = BytesOf(key, pRecord)[0];
+                told.port = BytesOf(key, pRecord)[1];
+            }
+        } else {
+            AppendVid(m_numbers, static_cast<uint16_t>(NumberOf(key, pRecord)));
+            told.object = m_prefix + ' ' + VidListText(m_numbers);
+        }
     }
 
-    static bool IsSameChange(const Difference& left, const Difference& right)
+    uint32_t Parent(const void* pRecord) const
     {
-        const auto isSameMember = [](const MemberChange& a, const MemberChange& b) {
-            return a.member == b.member && a.before == b.before && a.after == b.after;
-        };
-        return left.kind == right.kind && std::equal(left.members.begin(), left.members.end(), right.members.begin(),
-                                                     right.members.end(), isSameMember);
+        return m_row.keyOf == nullptr ? 0 : static_cast<uint32_t>(m_row.keyOf(pRecord) >> 32U);
     }
 
-    std::vector<Difference> m_differences;
+    void Place(Difference& difference, const void* pRecord) const
+    {
+        const uint32_t parent = Parent(pRecord);
+        if (m_row.keys == Keys::kPort) {
+            difference.slot = static_cast<uint8_t>(parent >> 8U);
+            difference.port = static_cast<uint8_t>(parent);
+        } else if (m_row.keys == Keys::kVlan) {
+            difference.firstVlan = static_cast<uint16_t>(parent);
+        }
+    }
+
+    const ObjectClass& m_row;
+    Records m_before;
+    Records m_after;
+    const Configuration& m_configurationBefore;
+    const Configuration& m_configurationAfter;
+    std::vector<Difference>& m_differences;
     // Of the last difference: what its objects have in common, and what they differ in.
-    std::string m_label;
+    std::string m_prefix;
     std::vector<VidRange> m_numbers;
     std::string m_ports;
 };
 
-// Walks two lists that are in key order.  The first field of a table is the key, unless it has no place in the Moid:
-// keys are in the label already.
-template <class Record>
-void CompareClass(DifferenceList& list, std::span<const Field> fields, std::span<const Record> before,
-                  std::span<const Record> after)
+// A section for the node, then one for each port, then one for each VLAN.
+uint32_t SectionOf(const Difference& difference)
 {
-    const auto data = fields.subspan(fields[0].offset < sizeof(Record::sMoid) ? 1 : 0);
-    auto itBefore = before.begin();
-    auto itAfter = after.begin();
-    while (itBefore != before.end() || itAfter != after.end()) {
-        const bool hasBefore =
-            itBefore != before.end() && (itAfter == after.end() || KeyOf(itBefore->sMoid) <= KeyOf(itAfter->sMoid));
-        const bool hasAfter =
-            itAfter != after.end() && (itBefore == before.end() || KeyOf(itAfter->sMoid) <= KeyOf(itBefore->sMoid));
-        if (!hasBefore || !hasAfter || !IsSame(*itBefore, *itAfter)) {
-            list.Compare(LabelOf(hasBefore ? itBefore->sMoid : itAfter->sMoid), data, hasBefore ? &*itBefore : nullptr,
-                         hasAfter ? &*itAfter : nullptr);
-        }
-        itBefore += hasBefore ? 1 : 0;
-        itAfter += hasAfter ? 1 : 0;
-    }
+    constexpr uint32_t kVlans = 1U << 16U;
+    return difference.firstVlan != 0 ? kVlans + difference.firstVlan : PortNumber(difference.slot, difference.port);
 }
 
-// A tag for the VLANs that only the other side has, so that a new VLAN with the usual tag is one difference.
-std::vector<SwctVlanIfInnerTagRecord> InnerTags(const Configuration& own, const Configuration& other)
+std::string ValueText(const std::string& value)
 {
-    auto tags = own.aInnerTag;
-    for (const SwctVlanRecord& sVlan : other.aVlan) {
-        if (Find(own.aVlan, KeyOf(sVlan.sMoid)) == nullptr) {
-            tags.push_back(DefaultInnerTag(sVlan.sMoid.wVlanId));
-        }
-    }
-    SortByKey(tags);
-    return tags;
-}
-
-// The same for the priorities of provider edge ports: each regenerated as it is.
-std::vector<SwctServicePriorityRegenerationRecord> Priorities(const Configuration& own, const Configuration& other)
-{
-    auto priorities = own.aServicePriority;
-    for (const SwctProviderEdgePortRecord& sPep : other.aPep) {
-        if (Find(own.aPep, KeyOf(sPep.sMoid)) == nullptr) {
-            for (uint32_t priority = 1; priority <= SWCT_PRIORITY_MAX; ++priority) {
-                priorities.push_back({{SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, sPep.sMoid.bSlot, sPep.sMoid.bPort,
-                                       sPep.sMoid.wPepIndex, priority},
-                                      {priority, priority}});
-            }
-        }
-    }
-    SortByKey(priorities);
-    return priorities;
-}
-
-std::string ValueText(const Json& value)
-{
-    return value.is_null() ? "none" : value.dump();
-}
-
-const char* KindText(DifferenceKind kind)
-{
-    return kind == DifferenceKind::kAdded ? "added" : kind == DifferenceKind::kRemoved ? "removed" : "changed";
+    return value.empty() ? "none" : value;
 }
 
 } // namespace
 
 std::vector<Difference> Diff(const Configuration& before, const Configuration& after)
 {
-    DifferenceList list;
-    const auto compare = [&list](std::span<const Field> fields, const auto& all, const auto& allAfter,
-                                 uint32_t number) {
-        CompareClass(list, fields, OfFirstKey(all, number), OfFirstKey(allAfter, number));
-    };
-    list.Compare({"switch"}, kSwitchFields, &before.sSwitch, &after.sSwitch);
-    list.Compare({"hrlb"}, {&kHrlbField, 1}, &before.dwHrlb, &after.dwHrlb);
-
-    const auto prioritiesBefore = Priorities(before, after);
-    const auto prioritiesAfter = Priorities(after, before);
-    ForEachPort([&](uint8_t slot, uint8_t port) {
-        const uint32_t number = PortNumber(slot, port);
-        compare(kPortFields, before.aPort, after.aPort, number);
-        compare(kPepFields, before.aPep, after.aPep, number);
-        compare({&kRegeneratedPriorityField, 1}, prioritiesBefore, prioritiesAfter, number);
-        compare(kCVidRegistrationFields, before.aCVidRegistration, after.aCVidRegistration, number);
-        compare(kDefaultRegistrationFields, before.aDefaultRegistration, after.aDefaultRegistration, number);
-        compare(kVidTranslationFields, before.aVidTranslation, after.aVidTranslation, number);
-        compare(kQinQFields, before.aQinQ, after.aQinQ, number);
-    });
-
-    const auto tagsBefore = InnerTags(before, after);
-    const auto tagsAfter = InnerTags(after, before);
-    for (uint32_t vlanId = 1; vlanId <= SWCT_VLAN_MAX; ++vlanId) {
-        compare(kVlanFields, before.aVlan, after.aVlan, vlanId);
-        compare(kInnerTagFields, tagsBefore, tagsAfter, vlanId);
-        compare({&kMembershipField, 1}, before.aVlanPort, after.aVlanPort, vlanId);
+    std::vector<Difference> differences;
+    for (const ObjectClass& row : Catalogue()) {
+        ClassDiff(row, before, after, differences).Run();
     }
-    return list.Take();
+    std::stable_sort(differences.begin(), differences.end(), [](const Difference& left, const Difference& right) {
+        return SectionOf(left) < SectionOf(right);
+    });
+    return differences;
 }
 
-Json ToJson(const Difference& difference)
+const char* KindText(DifferenceKind kind)
 {
-    Json members = Json::object();
-    for (const MemberChange& change : difference.members) {
-        members[change.member] = {{"before", change.before}, {"after", change.after}};
-    }
-    return {{"object", difference.object}, {"change", KindText(difference.kind)}, {"members", std::move(members)}};
+    return kind == DifferenceKind::kAdded ? "added" : kind == DifferenceKind::kRemoved ? "removed" : "changed";
 }
 
 std::string ToText(const Difference& difference)

@@ -12,6 +12,9 @@ enum ExitCode {
     kBadInput = 2,    // bad usage or input
     kNoRegion = 3,    // no region, or no permission
     kOtherLayout = 4, // a region of another layout
+    kNotWritten = 5,  // the output or a file cannot be written
+    kInUse = 6,       // the region is there already, is mapped by others, or keeps changing
+    kNotThere = 7,    // the object that was asked for does not exist
     kInterrupted = 130
 };
 

@@ -1,10 +1,6 @@
-// fields.h - the members of the JSON objects as tables: a member's name, its place in the record of the exchange, how
-// it is written, its default and its range.  Reading, writing and comparing records all go by these tables.
+// fields.h - a field of a record: its name, its place, how it is written, its default, its range and what it means.
+// Reading, writing, comparing, showing, auditing and documenting records all go by tables of these.
 #pragma once
-
-#include "file/faults.h"
-
-#include <nlohmann/json.hpp>
 
 #include <cstddef>
 #include <cstdint>
@@ -14,8 +10,6 @@
 #include <string_view>
 
 namespace tool {
-
-using Json = nlohmann::ordered_json;
 
 // A value that has a name.  "true" and "false" are written as the JSON values.
 struct Word {
@@ -38,48 +32,142 @@ enum class Presence {
     kOptional // is written unless it has its default
 };
 
+// How a value looks to people; in JSON it is what it is.
+enum class Look {
+    kPlain,
+    kTime // seconds since 1970
+};
+
 struct Range {
     uint32_t min = 0;
     uint32_t max = std::numeric_limits<uint32_t>::max();
+
+    constexpr bool Has(uint32_t number) const
+    {
+        return number >= min && number <= max;
+    }
+    constexpr bool operator==(const Range&) const = default;
 };
 
 inline constexpr std::size_t kNoField = std::numeric_limits<std::size_t>::max();
+inline constexpr std::string_view kBytesSuffix = "Bytes";
 
 struct Field {
     std::string_view name;
     std::size_t offset = 0; // bytes from the start of the record, its Moid included
     std::size_t size = 0;   // bytes
+    std::string_view title; // of a column or of a line of a sheet
+    std::string_view meaning;
     Notation notation = Notation::kNumber;
     Presence presence = Presence::kOptional;
     uint32_t byDefault = 0; // of numbers; everything else is zero by default
     Range storable = {};    // other numbers are errors; the width of the field limits them too
     Range sensible = {};    // other numbers break a rule that --lenient turns off
+    uint32_t except = 0;    // a number inside the sensible range that makes no sense; 0: none
     std::span<const Word> words = {};
     std::size_t sameAs = kNoField; // offset of an earlier field whose value is the default
+    bool isVlan = false;           // 1 to 4094 is a VLAN that shall exist, unless it is the default
+    Look look = Look::kPlain;
+
+    // What a row of a table adds to the plain number.
+    constexpr Field As(Notation value) const
+    {
+        return With(&Field::notation, value);
+    }
+    constexpr Field Required() const
+    {
+        return With(&Field::presence, Presence::kRequired);
+    }
+    constexpr Field Always() const
+    {
+        return With(&Field::presence, Presence::kWritten);
+    }
+    constexpr Field Default(uint32_t value) const
+    {
+        return With(&Field::byDefault, value);
+    }
+    constexpr Field Storable(Range value) const
+    {
+        return With(&Field::storable, value);
+    }
+    constexpr Field Sense(Range value) const
+    {
+        return With(&Field::sensible, value);
+    }
+    constexpr Field But(uint32_t value) const
+    {
+        return With(&Field::except, value);
+    }
+    constexpr Field In(std::span<const Word> value) const
+    {
+        return With(&Field::words, value);
+    }
+    constexpr Field SameAs(std::size_t value) const
+    {
+        return With(&Field::sameAs, value);
+    }
+    constexpr Field OfVlan() const
+    {
+        return With(&Field::isVlan, true);
+    }
+    constexpr Field Shown(Look value) const
+    {
+        return With(&Field::look, value);
+    }
+
+    constexpr bool IsNumber() const
+    {
+        return notation == Notation::kNumber || notation == Notation::kHex16;
+    }
+    constexpr uint32_t MaxOfWidth() const
+    {
+        return size >= sizeof(uint32_t) ? std::numeric_limits<uint32_t>::max() : (1U << (8U * size)) - 1U;
+    }
+    constexpr Range StorableRange() const
+    {
+        return {storable.min, storable.max < MaxOfWidth() ? storable.max : MaxOfWidth()};
+    }
+    // The numbers that make sense.
+    constexpr Range SensibleRange() const
+    {
+        const Range range = StorableRange();
+        return {range.min > sensible.min ? range.min : sensible.min,
+                range.max < sensible.max ? range.max : sensible.max};
+    }
+    constexpr bool MakesSense(uint32_t number) const
+    {
+        return SensibleRange().Has(number) && (except == 0 || number != except);
+    }
+
+private:
+    template <class Value>
+    constexpr Field With(Value Field::*member, Value value) const
+    {
+        Field changed = *this;
+        changed.*member = value;
+        return changed;
+    }
 };
 
 // The place of a record's member, for a row of a table.
-#define FIELD_AT(record, member) .offset = offsetof(record, member), .size = sizeof(record::member)
+#define FIELD_AT(record, member) offsetof(record, member), sizeof(record::member)
 
-// Puts the defaults into a record.
+// Puts the defaults into a record whose keys are set.
 void SetDefaults(std::span<const Field> fields, void* pRecord);
-
-// Reads the members of 'object' into a record that holds its defaults.  Members of no field are unknown, unless they
-// are among 'others'.  Returns false when the record cannot be used.
-bool ReadFields(Faults& faults, const Path& path, const Json& object, std::span<const Field> fields, void* pRecord,
-                std::span<const std::string_view> others = {});
-
-// Appends the members of a record to 'object'.
-void WriteFields(std::span<const Field> fields, const void* pRecord, Json& object);
-
-// Whether a member is written only when it is always written.
 bool IsDefault(const Field& field, const void* pRecord);
 
-// One member: its name, which depends on the value of names, and its value.
-std::string MemberName(const Field& field, const void* pRecord);
-Json MemberValue(const Field& field, const void* pRecord);
+// A field of at most four bytes.  Records are in the processor's byte order, little-endian on every node.
+uint32_t NumberOf(const Field& field, const void* pRecord);
+std::span<const uint8_t> BytesOf(const Field& field, const void* pRecord);
 
-// A number or a word of 'field'.  What cannot be stored is a fault and false.
-bool ReadNumber(Faults& faults, const Path& path, const Json& value, const Field& field, uint32_t& number);
+// The name of the member, which depends on the value of names, and its value as JSON text.
+std::string MemberName(const Field& field, const void* pRecord);
+void AppendValue(std::string& json, const Field& field, const void* pRecord);
+void AppendNumber(std::string& json, uint64_t number);
+void AppendQuoted(std::string& json, std::string_view plainText); // text without control characters
+std::string WordText(const Word& word);                           // as JSON
+
+// What a number should be: "a number from 1 to 4094", "false or true", "\"none\" or a number from 1 to 4095".
+std::string NumberRule(const Field& field, const Range& range);
 
 } // namespace tool

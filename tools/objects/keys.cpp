@@ -13,12 +13,13 @@ namespace tool {
 
 namespace {
 
-// A whole text that is a number between 'first' and 'last'.
+// A whole text that is a decimal number between 'first' and 'last', without zeros before it: "010" would be 8 to some.
 std::optional<unsigned> Number(std::string_view text, unsigned first, unsigned last)
 {
     unsigned value = 0;
     const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size();
+    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size() &&
+                          (text.size() == 1 || text.front() != '0');
     return isNumber && value >= first && value <= last ? std::optional(value) : std::nullopt;
 }
 
@@ -57,6 +58,15 @@ Queue ParseQueue(const std::string& text)
     }
     queue.queue = static_cast<uint8_t>(*number);
     return queue;
+}
+
+uint16_t ParseVlan(const std::string& text)
+{
+    const auto vlan = Number(text, 1, SWCT_VLAN_MAX);
+    if (!vlan) {
+        throw Failure(kBadInput, fmt::format("'{}' must be a VLAN id from 1 to {}", text, +SWCT_VLAN_MAX));
+    }
+    return static_cast<uint16_t>(*vlan);
 }
 
 VlanSet ParseVlans(const std::string& text)

@@ -44,9 +44,10 @@ constexpr std::size_t IndexOf(Port port)
 
 using VlanSet = std::bitset<SWCT_VLAN_MAX + 1>;
 
-// All three throw a Failure that quotes the text.
+// All throw a Failure that quotes the text.
 Port ParsePort(const std::string& text);
-Queue ParseQueue(const std::string& text); // slots 1 and 2: those with queue history
+Queue ParseQueue(const std::string& text);   // slots 1 and 2: those with queue history
+uint16_t ParseVlan(const std::string& text); // a VLAN id or VID, 1 to 4095
 VlanSet ParseVlans(const std::string& text);
 
 std::string ToText(Port port);

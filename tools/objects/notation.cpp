@@ -5,8 +5,11 @@
 
 #include <algorithm>
 #include <array>
+#include <cctype>
 #include <charconv>
 #include <cstddef>
+#include <numeric>
+#include <utility>
 
 namespace tool {
 
@@ -94,6 +97,29 @@ bool IsControl(std::string_view character)
     default:
         return byte(0) < 0x20;
     }
+}
+
+constexpr std::size_t kWordMax = 60; // longer words are no slips of the hand
+
+// How many characters must be inserted, removed or replaced to make one word of the other, upper and lower case being
+// the same.
+std::size_t EditDistance(std::string_view left, std::string_view right)
+{
+    if (left.size() > kWordMax) {
+        return left.size();
+    }
+    std::vector<std::size_t> row(right.size() + 1); // distances of the starts of 'right' to a start of 'left'
+    std::iota(row.begin(), row.end(), std::size_t{0});
+    for (std::size_t i = 0; i < left.size(); ++i) {
+        std::size_t diagonal = std::exchange(row[0], i + 1);
+        for (std::size_t j = 0; j < right.size(); ++j) {
+            const bool isSame =
+                std::tolower(static_cast<unsigned char>(left[i])) == std::tolower(static_cast<unsigned char>(right[j]));
+            const std::size_t replaced = diagonal + (isSame ? 0U : 1U);
+            diagonal = std::exchange(row[j + 1], std::min({replaced, row[j] + 1, row[j + 1] + 1}));
+        }
+    }
+    return row.back();
 }
 
 } // namespace
@@ -254,6 +280,20 @@ std::string VidListText(std::span<const VidRange> ranges)
         }
     }
     return text;
+}
+
+std::string_view NearestWord(std::string_view word, std::span<const std::string_view> candidates)
+{
+    std::string_view nearest;
+    std::size_t least = word.size() / 2 + 1; // more changes than half of it: another word
+    for (const std::string_view candidate : candidates) {
+        const std::size_t distance = EditDistance(word, candidate);
+        if (distance < least) {
+            least = distance;
+            nearest = candidate;
+        }
+    }
+    return nearest;
 }
 
 } // namespace tool

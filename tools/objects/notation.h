@@ -37,6 +37,9 @@ bool IsPlainText(std::string_view text);
 std::optional<std::string> PlainName(std::span<const uint8_t> bytes);
 std::span<const uint8_t> WithoutZeroTail(std::span<const uint8_t> bytes);
 
+// The candidate that may be meant by a word that is none of them, or an empty text.
+std::string_view NearestWord(std::string_view word, std::span<const std::string_view> candidates);
+
 struct VidRange {
     uint16_t first;
     uint16_t last;

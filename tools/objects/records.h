@@ -13,6 +13,16 @@ namespace tool {
 
 inline constexpr std::size_t kPortsMax = std::size_t{SWCT_SLOT_MAX} * SWCT_PORT_MAX;
 
+// Which of the two layouts of the provider-bridge data a stored port type means.
+enum class PbLayout { kNone, kNetworkPort, kCep };
+
+constexpr PbLayout LayoutOf(uint32_t dwPbPortType)
+{
+    return dwPbPortType == SWCT_PB_PORT_CEP                                       ? PbLayout::kCep
+           : dwPbPortType == SWCT_PB_PORT_PNP || dwPbPortType == SWCT_PB_PORT_CNP ? PbLayout::kNetworkPort
+                                                                                  : PbLayout::kNone;
+}
+
 // What comes first, the last key (VID, index, priority) and, of the class with two, the one before it.
 constexpr uint64_t MakeKey(uint32_t first, uint32_t last, uint32_t middle = 0)
 {
@@ -52,17 +62,6 @@ inline uint64_t KeyOf(const SwctProviderEdgePortMoid& sMoid)
 inline uint64_t KeyOf(const SwctServicePriorityRegenerationMoid& sMoid)
 {
     return MakeKey(PortNumber(sMoid.bSlot, sMoid.bPort), sMoid.dwPriority, sMoid.wPepIndex);
-}
-
-// Calls action(slot, port) for every port of the node, existing or not, in ascending order.
-template <class Action>
-void ForEachPort(Action action)
-{
-    for (uint8_t slot = 1; slot <= SWCT_SLOT_MAX; ++slot) {
-        for (uint8_t port = 1; port <= SWCT_PORT_MAX; ++port) {
-            action(slot, port);
-        }
-    }
 }
 
 // Packed records have no gaps, so they are equal when their bytes are.

@@ -28,8 +28,8 @@ void FailToWrite()
     if (errno == EPIPE) {
         throw OutputClosed();
     }
-    throw Failure(kBadInput, fmt::format("cannot write the output: {}; make room or give another place for it",
-                                         std::strerror(errno)));
+    throw Failure(kNotWritten, fmt::format("cannot write the output: {}; make room or give another place for it",
+                                           std::strerror(errno)));
 }
 
 std::string Dump(const Json& members, int indent)

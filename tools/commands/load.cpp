@@ -1,0 +1,124 @@
+// load.cpp - a configuration file into the region.
+#include "commands/command.h"
+#include "commands/faults_text.h"
+#include "file/text_file.h"
+#include "objects/failure.h"
+#include "terminal/attach.h"
+#include "terminal/terminal.h"
+
+#include <CLI/CLI.hpp>
+#include <fmt/format.h>
+
+namespace tool {
+
+namespace {
+
+struct Options {
+    std::string file;
+    bool dryRun = false;
+    bool lenient = false;
+    bool force = false;
+};
+
+std::string Count(std::size_t number, const char* pWord)
+{
+    return fmt::format("{} {}{}", number, pWord, number == 1 ? "" : "s");
+}
+
+// What a file with errors comes to.  A single fault is its own summary.
+Failure FailureOf(const std::string& file, const ParseResult& result)
+{
+    if (result.faults.size() == 1) {
+        return {kBadInput, FaultText(file, result.faults.front())};
+    }
+    return {kBadInput, fmt::format("{}: {}{}; nothing was changed", FileName(file), Count(result.nrOfErrors, "fault"),
+                                   result.nrOfWarnings == 0 ? "" : " and " + Count(result.nrOfWarnings, "warning"))};
+}
+
+void PrintResult(const Options& options, const ParseResult& result, bool asJson)
+{
+    const bool isLoaded = !options.dryRun && result.nrOfErrors == 0;
+    if (!asJson) {
+        Print(fmt::format("{}{}{}{}\n", isLoaded ? "loaded " : "", FileName(options.file),
+                          isLoaded ? ": " : " can be loaded: ", Summary(result.configuration)));
+        return;
+    }
+    Json faults = Json::array();
+    for (const ConfigFault& fault : result.faults) {
+        faults.push_back(FaultJson(fault));
+    }
+    Json document = {{"file", options.file},
+                     {"loaded", isLoaded},
+                     {"errors", result.nrOfErrors},
+                     {"warnings", result.nrOfWarnings},
+                     {"faults", std::move(faults)}};
+    if (result.nrOfErrors > 0) {
+        document["error"] = {{"message", FailureOf(options.file, result).what()}, {"exitCode", +kBadInput}};
+    }
+    PrintJson(document);
+}
+
+// An empty file is a slip more often than a wish.
+void RefuseToEmpty(const Options& options, const Configuration& configuration)
+{
+    if (options.force || !HasNoObjects(configuration)) {
+        return;
+    }
+    const Configuration present = ReadRegion();
+    if (!HasNoObjects(present)) {
+        throw Failure(kBadInput, fmt::format("{} has no ports and no VLANs, and would take away the node's {}: add "
+                                             "--force if that is meant",
+                                             FileName(options.file), Summary(present)));
+    }
+}
+
+void PushAndVerify(const Options& options, const Configuration& configuration)
+{
+    PushToRegion(configuration);
+    const auto differences = Diff(configuration, ReadRegion());
+    if (!differences.empty()) {
+        throw Failure(kFindings, fmt::format("loaded {}, but the region differs from it ({}): does another process "
+                                             "write to it?",
+                                             FileName(options.file), ToText(differences.front())));
+    }
+}
+
+int Load(const Options& options, bool asJson)
+{
+    const ParseResult result =
+        Parse(ReadTextFile(options.file), options.lenient ? Strictness::kLenient : Strictness::kStrict);
+    if (result.nrOfErrors > 0) {
+        if (asJson) {
+            PrintResult(options, result, asJson);
+            return kBadInput;
+        }
+        if (result.faults.size() > 1) {
+            PrintFaults(options.file, result);
+        }
+        throw FailureOf(options.file, result);
+    }
+    if (!options.dryRun) {
+        AttachForWriting();
+        RefuseToEmpty(options, result.configuration);
+        PushAndVerify(options, result.configuration);
+    }
+    if (!asJson) {
+        PrintFaults(options.file, result);
+    }
+    PrintResult(options, result, asJson);
+    return kOk;
+}
+
+} // namespace
+
+Action SetUpLoad(CLI::App& command)
+{
+    auto options = std::make_shared<Options>();
+    command.add_option("FILE", options->file, "JSON configuration; - reads the standard input")->required();
+    command.add_flag("--dry-run", options->dryRun, "Check the file only");
+    command.add_flag("--lenient", options->lenient, "Rules about what makes sense give warnings instead of errors");
+    command.add_flag("--force", options->force, "Load a file without ports and VLANs into a node that has some");
+    return [options](const Globals& globals) { return Load(*options, globals.json); };
+}
+
+} // namespace tool

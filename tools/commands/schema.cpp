@@ -1,0 +1,23 @@
+// schema.cpp - the formats of the command as documents.
+#include "commands/command.h"
+#include "file/describe.h"
+#include "terminal/terminal.h"
+
+#include <CLI/CLI.hpp>
+
+namespace tool {
+
+Action SetUpSchema(CLI::App& command)
+{
+    auto what = std::make_shared<std::string>("configuration");
+    command.add_option("WHAT", *what, "configuration, output, or tables of the configuration's members in Markdown")
+        ->check(CLI::IsMember({"configuration", "output", "tables"}).description(""));
+    return [what](const Globals&) {
+        Print(*what == "configuration" ? ConfigurationSchema()
+              : *what == "output"      ? OutputSchema()
+                                       : ConfigurationTables());
+        return 0;
+    };
+}
+
+} // namespace tool

@@ -1,0 +1,188 @@
+// output_schema.cpp - the schema of what the commands print with --json.
+#include "file/describe.h"
+#include "file/schema_parts.h"
+
+#include <initializer_list>
+
+namespace tool {
+
+namespace {
+
+const Json kText = {{"type", "string"}};
+const Json kNumber = {{"type", "integer"}, {"minimum", 0}};
+const Json kYesNo = {{"type", "boolean"}};
+const Json kNull = {{"type", "null"}};
+const Json kPortName = {{"$ref", "#/$defs/portName"}};
+const Json kVids = {{"$ref", "#/$defs/vids"}};
+
+Json OrNull(const Json& schema)
+{
+    return {{"anyOf", {schema, kNull}}};
+}
+
+Json ListOf(const Json& items)
+{
+    return {{"type", "array"}, {"items", items}};
+}
+
+// An object that has all of these members and no other.
+Json Exactly(const Json& properties)
+{
+    Json required = Json::array();
+    for (const auto& [name, schema] : properties.items()) {
+        required.push_back(name);
+    }
+    return {{"type", "object"},
+            {"properties", properties},
+            {"required", std::move(required)},
+            {"additionalProperties", false}};
+}
+
+// A document with one subject: its required members, and those that it may have.
+Json Document(const char* title, const Json& required, const Json& optional = Json::object())
+{
+    Json properties = {{"schema", {{"const", 1}}}};
+    properties.update(required);
+    Json schema = Exactly(properties);
+    schema["properties"].update(optional);
+    schema["title"] = title;
+    return schema;
+}
+
+// With the port, and of a record of one C-VID the C-VID itself.
+Json OfPort(Class id, const Json& more)
+{
+    Json members = {{"port", kPortName}};
+    members.update(more);
+    return ObjectSchema(id, members);
+}
+
+// What tells of several classes at once says which are there by their members.
+Json AnyRequired(Json schema)
+{
+    schema.erase("required");
+    return schema;
+}
+
+Json ShowDocuments()
+{
+    const Json inForce = {{"inForce", kYesNo}};
+    const auto list = [&](const char* title, const char* name, const Json& items, bool isOfMode) {
+        Json required = {{name, ListOf(items)}};
+        if (isOfMode) {
+            required.update(inForce);
+        }
+        return Document(title, required);
+    };
+    const Json port = {{"port", kPortName}};
+    const Json pepUse = Exactly({{"port", kPortName}, {"index", kNumber}});
+    const Json translationUse = Exactly({{"port", kPortName}, {"localVid", kNumber}});
+    const Json vlans = {
+        {"untaggedVlans", OrNull(kVids)}, {"taggedVlans", OrNull(kVids)}, {"otherVlans", OrNull(kVids)}};
+    Json management = {{"management", ObjectSchema(Class::kManagement)},
+                       {"hrlb", kNumber},
+                       {"vlans", kNumber},
+                       {"bridgePorts", kNumber},
+                       {"upSince", kNumber},
+                       {"learnedEntryDiscards", kNumber},
+                       {"deletedVlans", kNumber}};
+    Json vlanSheet = {{"users", kNumber},
+                      {"peps", ListOf(pepUse)},
+                      {"qinqPorts", ListOf(Exactly(port))},
+                      {"translations", ListOf(translationUse)}};
+    Json tag = ObjectSchema(Class::kInnerTag, {{"id", kNumber}, {"name", kText}, {"nameBytes", kText}});
+    Json registration =
+        OfPort(Class::kRegistration, {{"pep", OrNull(kNumber)}, {"cVid", kNumber}, {"isDefault", kYesNo}});
+    return Json::array({Document("show switch", {{"switch", ObjectSchema(Class::kSwitch, management)}}),
+                        list("show vlans", "vlans", ObjectSchema(Class::kVlan, {{"users", kNumber}}), false),
+                        Document("show vlan", {{"vlan", ObjectSchema(Class::kVlan, vlanSheet)}}),
+                        list("show ports", "ports", ObjectSchema(Class::kPort, vlans), false),
+                        Document("show port", {{"port", ObjectSchema(Class::kPort, vlans)}}),
+                        list("show peps", "providerEdgePorts",
+                             OfPort(Class::kPep, {{"cVids", kNumber}, {"firstCVid", OrNull(kNumber)}}), true),
+                        list("show cvids", "cVidRegistrations", AnyRequired(registration), true),
+                        list("show translations", "vidTranslations", OfPort(Class::kTranslation, Json::object()), true),
+                        list("show priorities", "priorities", OfPort(Class::kPep, Json::object()), true),
+                        list("show qinq", "qinq", OfPort(Class::kQinQ, Json::object()), true),
+                        list("show inner-tags", "innerTags", tag, false)});
+}
+
+Json Fault()
+{
+    return Exactly({{"severity", {{"enum", {"error", "warning"}}}},
+                    {"line", OrNull(kNumber)},
+                    {"object", OrNull(kText)},
+                    {"path", kText},
+                    {"value", Json::object()},
+                    {"message", kText}});
+}
+
+Json Difference()
+{
+    const Json change = Exactly({{"before", Json::object()}, {"after", Json::object()}});
+    return {{"object", kText},
+            {"change", {{"enum", {"added", "removed", "changed"}}}},
+            {"members", {{"type", "object"}, {"additionalProperties", change}}}};
+}
+
+Json WatchDocuments()
+{
+    const auto event = [](const char* name, Json members) {
+        Json required = {{"time", kText}, {"event", {{"const", name}}}};
+        required.update(members);
+        return Document("watch, in each line", required);
+    };
+    return Json::array({event("start", {{"configuration", {{"type", "object"}}}}), event("change", Difference()),
+                        event("period", {{"port", kPortName},
+                                         {"ring", {{"enum", {"15m", "24h"}}}},
+                                         {"queues", ListOf(kNumber)},
+                                         {"suspect", kYesNo}}),
+                        event("restart", {{"upSince", kNumber}})});
+}
+
+Json OtherDocuments()
+{
+    const Json error = Exactly({{"message", kText}, {"exitCode", kNumber}});
+    const Json finding = Exactly({{"kind", {{"enum", {"drift", "meaning", "dangling"}}}},
+                                  {"object", kText},
+                                  {"field", OrNull(kText)},
+                                  {"stored", Json::object()},
+                                  {"right", Json::object()},
+                                  {"message", kText}});
+    const Json counts = Exactly({{"drift", kNumber}, {"meaning", kNumber}, {"dangling", kNumber}});
+    const Json field = Exactly({{"name", kText}, {"offset", kNumber}, {"size", kNumber}, {"meaning", kText}});
+    const Json record = Exactly({{"name", kText}, {"size", kNumber}, {"fields", ListOf(field)}});
+    return Json::array(
+        {Document("any command that fails", {{"error", error}}), Document("init", {{"created", kText}}),
+         Document("remove", {{"removed", kText}}),
+         Document("load",
+                  {{"file", kText},
+                   {"loaded", kYesNo},
+                   {"errors", kNumber},
+                   {"warnings", kNumber},
+                   {"faults", ListOf(Fault())}},
+                  {{"error", error}}),
+         Document("diff",
+                  {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(Difference()))}}),
+         Document("check", {{"counts", counts}, {"findings", ListOf(finding)}}),
+         Document("layout", {{"object", kText}, {"size", kNumber}, {"records", ListOf(record)}})});
+}
+
+} // namespace
+
+std::string OutputSchema()
+{
+    Json documents = Json::array();
+    for (const Json& group : {ShowDocuments(), OtherDocuments(), WatchDocuments()}) {
+        documents.insert(documents.end(), group.begin(), group.end());
+    }
+    const Json schema = {{"$schema", "https://json-schema.org/draft/2020-12/schema"},
+                         {"title", "What the commands of piovios print with --json"},
+                         {"description", "Objects have the members that save gives them. A member is added without a "
+                                         "new number of \"schema\", never renamed or removed."},
+                         {"anyOf", std::move(documents)},
+                         {"$defs", Definitions()}};
+    return schema.dump(2) + '\n';
+}
+
+} // namespace tool
