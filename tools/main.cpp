@@ -3,6 +3,7 @@
 #include "commands/help.h"
 #include "file/read_names.h"
 #include "objects/failure.h"
+#include "objects/notation.h"
 #include "platform/gt.h"
 #include "platform/standin.h"
 #include "terminal/terminal.h"
@@ -13,6 +14,7 @@
 #include <cstdio>
 #include <fmt/format.h>
 #include <iterator>
+#include <sstream>
 
 namespace {
 
@@ -23,7 +25,8 @@ constexpr Command kCommands[] = {
     {"remove", "Remove the region", "piovios remove\n", SetUpRemove},
     {"load", "Check a configuration file, then put it into the region",
      "piovios load node.json --dry-run\npiovios load node.json\n", SetUpLoad},
-    {"save", "Write the region's configuration as JSON", "piovios save node.json\npiovios save | less\n", SetUpSave},
+    {"save", "Write the region's configuration as JSON", "piovios save node.json\npiovios save | less\n", SetUpSave,
+     false, "what save writes is JSON with and without --json"},
     {"diff", "Compare a configuration file with the region or with another file",
      "piovios diff node.json\npiovios diff old.json new.json\n", SetUpDiff},
     {"show", "Show a table of the region",
@@ -50,9 +53,10 @@ constexpr Command kCommands[] = {
     {"layout", "List every field of the region with offset, size and meaning",
      "piovios layout\npiovios layout --json\n", SetUpLayout},
     {"schema", "Print the formats of the command: JSON schemas, or tables",
-     "piovios schema > configuration.schema.json\npiovios schema output\n", SetUpSchema},
+     "piovios schema > configuration.schema.json\npiovios schema output\n", SetUpSchema, false,
+     "--json is for its errors only"},
     {"demo", "Run a small node of several processes on a region of its own", "piovios demo\npiovios demo node.json\n",
-     SetUpDemo},
+     SetUpDemo, false, "--json is for its errors only"},
     {"complete", "List the words that may come next in a command line", "piovios complete show\n", SetUpComplete, true},
 };
 
@@ -80,11 +84,51 @@ int Report(const Failure& failure, bool asJson)
     return failure.exitCode;
 }
 
-// The parser's messages are sentences for people already, but may have several lines.
+const CLI::App& Deepest(const CLI::App& app)
+{
+    const CLI::App* deepest = &app;
+    for (auto below = app.get_subcommands(); !below.empty(); below = deepest->get_subcommands()) {
+        deepest = below.front();
+    }
+    return *deepest;
+}
+
+// "'shwo' is no command; did you mean 'show'?"
+std::string UnknownText(const CLI::App& app, const std::string& word)
+{
+    const CLI::App& place = Deepest(app);
+    const bool isOption = word.starts_with('-');
+    std::vector<std::string> words = NextWords(place);
+    std::erase_if(words, [isOption](const std::string& next) { return next.starts_with('-') != isOption; });
+    const std::vector<std::string_view> candidates(words.begin(), words.end());
+    const std::string_view meant = NearestWord(word, candidates);
+    const char* const kind = isOption ? "option" : &place == &app ? "command" : "argument that is wanted here";
+    return fmt::format("'{}' is no {}{}", word, kind, meant.empty() ? "" : fmt::format("; did you mean '{}'?", meant));
+}
+
 Failure UsageFailure(const CLI::App& app, const CLI::ParseError& error)
 {
     std::string message = error.what();
     std::replace(message.begin(), message.end(), '\n', ' ');
+    const std::string& kind = error.get_name();
+    const auto swap = [&message](std::string_view from, std::string_view to) {
+        const std::size_t at = message.find(from);
+        if (at != std::string::npos) {
+            message.replace(at, from.size(), to);
+        }
+    };
+    if (kind == "ExtrasError") { // "...: WORD WORD", the last one first
+        std::istringstream words(message.substr(message.find(": ") + 2));
+        std::string unknown;
+        for (std::string word; words >> word;) {
+            unknown = unknown.starts_with('-') ? unknown : word;
+        }
+        message = UnknownText(app, unknown);
+    } else if (kind == "ConversionError") {
+        swap("Could not convert: ", "");
+        swap(" = ", ": not a number: ");
+    }
+    swap(" is required", " is missing");
     std::string command = app.get_name();
     for (auto below = app.get_subcommands(); !below.empty(); below = below.front()->get_subcommands()) {
         command += ' ' + below.front()->get_name();
@@ -109,7 +153,9 @@ int Run(int argc, char** argv, Globals& globals)
     app.require_subcommand(0, 1); // or a file that is called "check" would count as a second one
     std::vector<std::pair<const CLI::App*, Action>> actions;
     for (const Command& row : kCommands) {
-        CLI::App* command = AddCommand(app, row.name, row.summary, row.examples);
+        std::string footer = row.examples;
+        footer += row.withoutJson == nullptr ? "" : fmt::format("{}{}\n", kNoteMark, row.withoutJson);
+        CLI::App* command = AddCommand(app, row.name, row.summary, footer.c_str());
         command->group(row.isHidden ? "" : "Commands");
         actions.emplace_back(command, row.setUp(*command));
     }

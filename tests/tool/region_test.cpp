@@ -107,7 +107,7 @@ private:
         SwctSwitchPortRecord sPort{{SWCT_CLASS_SWITCH_PORT, port.slot, port.port}, {}};
         Fill(Class::kPort, &sPort);
         sPort.sBody.wPvid = AnyVlan();
-        sPort.sBody.dwPbPortType = isBridge ? +sPort.sBody.dwPbPortType : SWCT_PB_PORT_NONE;
+        sPort.sBody.dwPbPortType = isBridge ? +sPort.sBody.dwPbPortType : 0U;
         c.aPort.push_back(sPort);
         if (!isBridge) {
             SwctQinQPortRecord sQinQ{{SWCT_CLASS_QINQ_PORT, port.slot, port.port}, {}};
@@ -259,6 +259,10 @@ TEST_F(RegionTest, NothingIsLostAndNothingStays)
     }
 }
 
+// Fields of packed records may be misaligned: only their first byte is named.
+#define BYTE_OF(pRecord, member) \
+    (reinterpret_cast<uint8_t*>(pRecord) + offsetof(std::remove_pointer_t<decltype(pRecord)>, member))
+
 // A damage and the finding that names it.
 struct Damage {
     std::string object;
@@ -356,7 +360,7 @@ void AddDerivedDamages(const Configuration& c, uint16_t absentVlan, std::vector<
     put("switch", "reserved", pBase + 15, 1);
     damages.push_back({"switch", "name", [=] { std::memset(pBase + 42, 'x', SWCT_VLAN_NAME_SIZE); }});
     put("switch", "vlans", pBase + kVlansAt - 2, 99);
-    for (const uint8_t queue : {1, 8}) {
+    for (const uint8_t queue : {uint8_t{1}, uint8_t{8}}) {
         const std::string name = "queue 1/1/" + std::to_string(queue);
         auto* const p15 = Swct_GetQueueStatisticsHistorical15mWPtr(1, 1, queue, 0);
         auto* const p24 = Swct_GetQueueStatisticsHistorical24hWPtr(1, 1, queue, 0);
@@ -377,30 +381,33 @@ void AddDerivedDamages(const Configuration& c, uint16_t absentVlan, std::vector<
     const std::string name = "vlan " + std::to_string(vlan);
     const std::string absent = "vlan " + std::to_string(absentVlan);
     put(name, "exists", &pVlan->boExists, 2);
-    put(name, "rowState", &pVlan->sVlanData.dwRowState, 3);
-    put(name, "users", &pVlan->dwNbrOfQinQOrPep, 77);
+    put(name, "rowState", BYTE_OF(pVlan, sVlanData.dwRowState), 3);
+    put(name, "users", BYTE_OF(pVlan, dwNbrOfQinQOrPep), 77);
     damages.push_back({name, "name", [=] { std::memset(pVlan->sVlanData.acName, 'x', SWCT_VLAN_NAME_SIZE); }});
     for (const Port port : AllPorts()) {
         put(name + " member " + ToText(port), "membership", &pVlan->adwMembership[port.slot - 1][port.port - 1], 9);
         put(absent + " member " + ToText(port), "membership", &pAbsent->adwMembership[port.slot - 1][port.port - 1], 1);
     }
-    put(absent, "recordId", &pAbsent->sVlanData.wVlanId, 5);
-    put(absent, "rowState", &pAbsent->sVlanData.dwRowState, 0);
-    put(absent, "users", &pAbsent->dwNbrOfQinQOrPep, 1);
-    put(absent + " inner-tag", "", &pAbsent->sInnerTag.dwInnerTagEnable, 1);
+    put(absent, "recordId", BYTE_OF(pAbsent, sVlanData.wVlanId), 5);
+    put(absent, "rowState", BYTE_OF(pAbsent, sVlanData.dwRowState), 0);
+    put(absent, "users", BYTE_OF(pAbsent, dwNbrOfQinQOrPep), 1);
+    put(absent + " inner-tag", "", BYTE_OF(pAbsent, sInnerTag.dwInnerTagEnable), 1);
 
     for (const SwctSwitchPortRecord& sPort : c.aPort) {
         const Port port{sPort.sMoid.bSlot, sPort.sMoid.bPort};
         const std::string portName = "port " + ToText(port);
         SwctPbData* const pData = Swct_GetPbDataWPtr(port.slot, port.port);
-        SwctCepData& sCep = pData->sCep;
+        SwctCepData& sCep = *reinterpret_cast<SwctCepData*>(pData);
         if (sPort.sBody.dwPbPortType == SWCT_PB_PORT_NONE) {
             put(portName, "type", &sCep.aCVidRegistration[3], 1);
-            put(portName + " qinq", "enabled", &Swct_GetQinQPortWPtr(port.slot, port.port)->wProviderTagVid, 1);
+            if (c.aQinQ.empty()) {
+                put(portName + " qinq", "enabled", BYTE_OF(Swct_GetQinQPortWPtr(port.slot, port.port), wProviderTagVid),
+                    1);
+            }
         } else if (sPort.sBody.dwPbPortType != SWCT_PB_PORT_CEP) {
             put(portName, "type", reinterpret_cast<uint8_t*>(pData) + sizeof(SwctNetworkPortData), 1);
-            put(portName + " relay-index 4094", "localVid", &pData->sNp.awLocalVidByRelayVid[4093], 7);
-            put(portName + " vid 4094", "recordLocalVid", &pData->sNp.aVidTranslation[4093].dwStatus, 3);
+            put(portName + " relay-index 4094", "localVid", BYTE_OF(pData, sNp.awLocalVidByRelayVid[4093]), 7);
+            put(portName + " vid 4094", "recordLocalVid", BYTE_OF(pData, sNp.aVidTranslation[4093].dwStatus), 3);
         } else {
             put(portName, "bUnused", &sCep.bUnused, 1);
             put(portName + " pep 1", "cVids", &sCep.awNbrOfCVidInPep[0], 200);

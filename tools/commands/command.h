@@ -24,6 +24,7 @@ struct Command {
     // Adds the command's arguments and returns what to do when it was given.
     Action (*setUp)(CLI::App& command);
     bool isHidden = false;
+    const char* withoutJson = nullptr; // what --json means to a command that has no documents
 };
 
 Action SetUpInit(CLI::App& command);

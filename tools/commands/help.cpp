@@ -2,6 +2,7 @@
 #include "commands/help.h"
 
 #include "objects/failure.h"
+#include "objects/keys.h"
 #include "terminal/terminal.h"
 
 #include <fmt/format.h>
@@ -19,7 +20,7 @@ std::string HelpFormatter::make_description(const CLI::App* app) const
 {
     std::string text;
     std::istringstream examples(app->get_footer());
-    for (std::string line; std::getline(examples, line);) {
+    for (std::string line; std::getline(examples, line) && line[0] != kNoteMark;) {
         text += fmt::format("{}  {}\n", text.empty() ? "Examples:\n" : "", line);
     }
     return fmt::format("{}{}{}\n", text, text.empty() ? "" : "\n", app->get_description());
@@ -27,11 +28,16 @@ std::string HelpFormatter::make_description(const CLI::App* app) const
 
 std::string HelpFormatter::make_footer(const CLI::App* app) const
 {
-    return app->get_parent() == nullptr
-               ? "Every command has a --help of its own.  Exit codes: 0 fine, 1 findings or "
-                 "differences, 2 bad usage\nor input, 3 no region or no permission, 4 a region "
-                 "of another layout, 130 interrupted.\n"
-               : "Every command also takes --json and --debug LEVEL.\n";
+    if (app->get_parent() == nullptr) {
+        return "Every command has a --help of its own.\n"
+               "Exit codes: 0 fine, 1 findings or differences, 2 bad usage or input, 3 no region or no permission,\n"
+               "4 a region of another layout, 5 the output cannot be written, 6 the region is in use or exists,\n"
+               "7 there is no such object, 130 interrupted.\n";
+    }
+    const std::string footer = app->get_footer();
+    const std::size_t note = footer.find(kNoteMark);
+    return "Every command also takes --json, --names FILE and --debug LEVEL" +
+           (note == std::string::npos ? ".\n" : "; " + footer.substr(note + 1, footer.size() - note - 2) + ".\n");
 }
 
 CLI::App* AddCommand(CLI::App& parent, const char* name, const char* summary, const char* examples)
@@ -44,7 +50,12 @@ CLI::App* AddCommand(CLI::App& parent, const char* name, const char* summary, co
 
 CLI::Validator InRange(unsigned first, unsigned last)
 {
-    return CLI::Range(first, last).description("");
+    // The parser's own would take 010 for 8.
+    const auto test = [first, last](const std::string& text) {
+        const auto number = ParseNumber(text, first, last);
+        return number ? std::string() : fmt::format("'{}' must be a number from {} to {}", text, first, last);
+    };
+    return {test, ""};
 }
 
 Action ActionOfParsed(std::vector<std::pair<const CLI::App*, Action>> actions)
@@ -59,6 +70,22 @@ Action ActionOfParsed(std::vector<std::pair<const CLI::App*, Action>> actions)
     };
 }
 
+std::vector<std::string> NextWords(const CLI::App& place)
+{
+    std::set<std::string> next;
+    for (const CLI::App* below : place.get_subcommands([](const CLI::App* app) { return !app->get_group().empty(); })) {
+        next.insert(below->get_name());
+    }
+    for (const CLI::App* app = &place; app != nullptr; app = app->get_parent()) {
+        for (const CLI::Option* option : app->get_options()) {
+            if (!option->get_lnames().empty() && !option->get_group().empty()) {
+                next.insert("--" + option->get_lnames().front());
+            }
+        }
+    }
+    return {next.begin(), next.end()};
+}
+
 Action SetUpComplete(CLI::App& command)
 {
     auto words = std::make_shared<std::vector<std::string>>();
@@ -69,19 +96,7 @@ Action SetUpComplete(CLI::App& command)
             const auto below = place->get_subcommands([&word](const CLI::App* app) { return app->get_name() == word; });
             place = below.empty() ? place : below.front();
         }
-        std::set<std::string> next;
-        for (const CLI::App* below :
-             place->get_subcommands([](const CLI::App* app) { return !app->get_group().empty(); })) {
-            next.insert(below->get_name());
-        }
-        for (const CLI::App* app = place; app != nullptr; app = app->get_parent()) {
-            for (const CLI::Option* option : app->get_options()) {
-                if (!option->get_lnames().empty() && !option->get_group().empty()) {
-                    next.insert("--" + option->get_lnames().front());
-                }
-            }
-        }
-        Print(fmt::format("{}\n", fmt::join(next, "\n")));
+        Print(fmt::format("{}\n", fmt::join(NextWords(*place), "\n")));
         return 0;
     };
 }

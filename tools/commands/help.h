@@ -10,7 +10,9 @@
 
 namespace tool {
 
-// A command's footer holds its examples.
+// A command's footer holds its examples; a line that begins with the mark is a note for its end.
+inline constexpr char kNoteMark = '#';
+
 class HelpFormatter : public CLI::Formatter {
 public:
     HelpFormatter();
@@ -23,6 +25,9 @@ CLI::App* AddCommand(CLI::App& parent, const char* name, const char* summary, co
 
 // For numbers; the help of an option does not repeat the range.
 CLI::Validator InRange(unsigned first, unsigned last);
+
+// The words that may come next: subcommands and options, in order.
+std::vector<std::string> NextWords(const CLI::App& place);
 
 // Runs the action of the subcommand that was given.  Without one it throws a Failure.
 Action ActionOfParsed(std::vector<std::pair<const CLI::App*, Action>> actions);

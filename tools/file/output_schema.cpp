@@ -11,6 +11,7 @@ namespace {
 const Json kText = {{"type", "string"}};
 const Json kNumber = {{"type", "integer"}, {"minimum", 0}};
 const Json kYesNo = {{"type", "boolean"}};
+const Json kObject = {{"type", "object"}};
 const Json kNull = {{"type", "null"}};
 const Json kPortName = {{"$ref", "#/$defs/portName"}};
 const Json kVids = {{"$ref", "#/$defs/vids"}};
@@ -165,6 +166,23 @@ Json OtherDocuments()
          Document("diff",
                   {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(Difference()))}}),
          Document("check", {{"counts", counts}, {"findings", ListOf(finding)}}),
+         Document("status", {{"region", kObject},
+                             {"users", ListOf(Exactly({{"process", kNumber}, {"name", kText}, {"writes", kYesNo}}))},
+                             {"switch", Exactly({{"name", kText}, {"mode", kText}})},
+                             {"counts", {{"type", "object"}, {"additionalProperties", kNumber}}},
+                             {"findings", counts}}),
+         Document("explain", {{"frame", kObject},
+                              {"verdict", {{"enum", {"carried", "dropped"}}}},
+                              {"droppedAt", OrNull(kText)},
+                              {"reason", OrNull(kText)},
+                              {"vlan", OrNull(kNumber)},
+                              {"members", ListOf(kObject)},
+                              {"steps", ListOf(kObject)}}),
+         Document("history",
+                  {{"ring", {{"enum", {"15m", "24h"}}}},
+                   {"secondsOfPeriod", kNumber},
+                   {"counterNames", ListOf(OrNull(kText))},
+                   {"queues", ListOf(Exactly({{"queue", kText}, {"periods", ListOf(kObject)}, {"sum", kObject}}))}}),
          Document("layout", {{"object", kText}, {"size", kNumber}, {"records", ListOf(record)}})});
 }
 

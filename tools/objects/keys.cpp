@@ -13,16 +13,6 @@ namespace tool {
 
 namespace {
 
-// A whole text that is a decimal number between 'first' and 'last', without zeros before it: "010" would be 8 to some.
-std::optional<unsigned> Number(std::string_view text, unsigned first, unsigned last)
-{
-    unsigned value = 0;
-    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
-    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size() &&
-                          (text.size() == 1 || text.front() != '0');
-    return isNumber && value >= first && value <= last ? std::optional(value) : std::nullopt;
-}
-
 std::vector<std::string_view> Split(std::string_view text, char separator)
 {
     std::vector<std::string_view> parts;
@@ -34,6 +24,15 @@ std::vector<std::string_view> Split(std::string_view text, char separator)
 }
 
 } // namespace
+
+std::optional<unsigned> ParseNumber(std::string_view text, unsigned first, unsigned last)
+{
+    unsigned value = 0;
+    const auto result = std::from_chars(text.data(), text.data() + text.size(), value);
+    const bool isNumber = result.ec == std::errc() && result.ptr == text.data() + text.size() &&
+                          (text.size() == 1 || text.front() != '0');
+    return isNumber && value >= first && value <= last ? std::optional(value) : std::nullopt;
+}
 
 Port ParsePort(const std::string& text)
 {
@@ -48,8 +47,8 @@ Queue ParseQueue(const std::string& text)
 {
     Queue queue;
     const std::size_t slash = text.rfind('/');
-    const auto number =
-        Number(slash == std::string::npos ? "" : std::string_view(text).substr(slash + 1), 0, SWCT_HISTORY_QUEUES - 1);
+    const auto number = ParseNumber(slash == std::string::npos ? "" : std::string_view(text).substr(slash + 1), 0,
+                                    SWCT_HISTORY_QUEUES - 1);
     if (!number || !ParsePort(std::string_view(text).substr(0, slash), queue.port.slot, queue.port.port) ||
         queue.port.slot > SWCT_HISTORY_SLOTS) {
         throw Failure(kBadInput, fmt::format("'{}' must be a queue with a history \"SLOT/PORT/QUEUE\", slot 1 to {}, "
@@ -62,7 +61,7 @@ Queue ParseQueue(const std::string& text)
 
 uint16_t ParseVlan(const std::string& text)
 {
-    const auto vlan = Number(text, 1, SWCT_VLAN_MAX);
+    const auto vlan = ParseNumber(text, 1, SWCT_VLAN_MAX);
     if (!vlan) {
         throw Failure(kBadInput, fmt::format("'{}' must be a VLAN id from 1 to {}", text, +SWCT_VLAN_MAX));
     }
@@ -74,8 +73,8 @@ VlanSet ParseVlans(const std::string& text)
     VlanSet vlans;
     for (const std::string_view part : Split(text, ',')) {
         const auto ends = Split(part, '-');
-        const auto first = Number(ends.front(), 1, SWCT_VLAN_MAX);
-        const auto last = Number(ends.back(), 1, SWCT_VLAN_MAX);
+        const auto first = ParseNumber(ends.front(), 1, SWCT_VLAN_MAX);
+        const auto last = ParseNumber(ends.back(), 1, SWCT_VLAN_MAX);
         if (ends.size() > 2 || !first || !last || *first > *last) {
             throw Failure(kBadInput,
                           fmt::format("'{}' must be a list of VLAN ids 1 to {} and ranges, such as 10-20,300", text,

@@ -8,6 +8,7 @@
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -43,6 +44,9 @@ constexpr std::size_t IndexOf(Port port)
 }
 
 using VlanSet = std::bitset<SWCT_VLAN_MAX + 1>;
+
+// A whole text that is a decimal number between 'first' and 'last', without zeros before it: "010" would be 8 to some.
+std::optional<unsigned> ParseNumber(std::string_view text, unsigned first, unsigned last);
 
 // All throw a Failure that quotes the text.
 Port ParsePort(const std::string& text);
