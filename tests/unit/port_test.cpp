@@ -264,23 +264,43 @@ TEST_F(PortTest, BadKeysAndMissingViewsAnswerNo)
 {
     std::memset(static_cast<void*>(Region().sVlan), 1, sizeof Region().sVlan);
     DBG_SWCH = 6;
-    const auto ask = [](uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) {
-        return Swct_IsPortMemberOfVlanId(bSlot, bPort, wVlanId) + Swct_IsPortMemberOfAnyVlan(bSlot, bPort) * 10 +
-               Swct_IsPortConnectedToAnyQinQPortOrPep(bSlot, bPort) * 100 + Swct_SlotIsUsedForVlan(bSlot) * 1000 +
-               Swct_VlanPortsInSlot(bSlot, wVlanId) * 10000 + Swct_DoesVlanHavePorts({205, wVlanId}) * 100000 +
-               Swct_IsAllVlanPortsTagged(wVlanId) * 1000000;
+    struct Question {
+        const char* pName;
+        bool usesVlan, usesSlot, usesPort;
+        uint32_t (*ask)(uint16_t wVlanId, uint8_t bSlot, uint8_t bPort);
     };
-    EXPECT_EQ(ask(7, 3, 5), 1111111U);
+    constexpr Question kQuestions[] = {
+        {"member", true, true, true,
+         [](uint16_t v, uint8_t s, uint8_t p) { return Swct_IsPortMemberOfVlanId(s, p, v); }},
+        {"member of any", false, true, true,
+         [](uint16_t, uint8_t s, uint8_t p) { return Swct_IsPortMemberOfAnyVlan(s, p); }},
+        {"connected", false, true, true,
+         [](uint16_t, uint8_t s, uint8_t p) { return Swct_IsPortConnectedToAnyQinQPortOrPep(s, p); }},
+        {"slot used", false, true, false, [](uint16_t, uint8_t s, uint8_t) { return Swct_SlotIsUsedForVlan(s); }},
+        {"in slot", true, true, false, [](uint16_t v, uint8_t s, uint8_t) { return Swct_VlanPortsInSlot(s, v); }},
+        {"has ports", true, false, false,
+         [](uint16_t v, uint8_t, uint8_t) {
+             return Swct_DoesVlanHavePorts({205, v});
+         }},
+        {"all tagged", true, false, false, [](uint16_t v, uint8_t, uint8_t) { return Swct_IsAllVlanPortsTagged(v); }},
+    };
     constexpr uint16_t kBadIds[] = {0, 4096, 65535};
+    const auto expect = [&](uint16_t wVlanId, uint8_t bSlot, uint8_t bPort, auto isYes) {
+        for (const Question& c : kQuestions) {
+            EXPECT_EQ(c.ask(wVlanId, bSlot, bPort), isYes(c) ? 1U : 0U)
+                << c.pName << ' ' << wVlanId << ' ' << +bSlot << '/' << +bPort;
+        }
+    };
+    expect(7, 3, 5, [](const Question&) { return true; });
     for (const uint16_t wVlanId : kBadIds) {
-        EXPECT_EQ(ask(wVlanId, 3, 5), 1110U) << wVlanId;
+        expect(wVlanId, 3, 5, [](const Question& c) { return !c.usesVlan; });
         EXPECT_EQ(Swct_IsVlanPortTagged({206, wVlanId, 1, 1}), 0U);
     }
     constexpr uint8_t kBad[] = {0, 6, 255};
     SwctVlanPortAttributes sRead = {8, 8, 8, 8};
     for (const uint8_t bBad : kBad) {
-        EXPECT_EQ(ask(7, bBad, 1), 1100000U) << bBad;
-        EXPECT_EQ(ask(7, 1, bBad), 1111000U) << bBad;
+        expect(7, bBad, 1, [](const Question& c) { return !c.usesSlot; });
+        expect(7, 1, bBad, [](const Question& c) { return !c.usesPort; });
         EXPECT_EQ(Swct_PortUsedUnTaggedInAnyVlan(1, bBad, nullptr) + Swct_PortUsedUnTaggedInAnyVlan(bBad, 1, nullptr),
                   0U);
         Swct_GetVlanPortAttributes({206, 7, bBad, 1}, &sRead);
@@ -289,7 +309,7 @@ TEST_F(PortTest, BadKeysAndMissingViewsAnswerNo)
     EXPECT_EQ(Bytes(sRead), Bytes(SwctVlanPortAttributes{8, 8, 8, 8}));
 
     pSwctRead = nullptr;
-    EXPECT_EQ(ask(7, 3, 5), 0U);
+    expect(7, 3, 5, [](const Question&) { return false; });
     const SwctVlanPortMoid sStart{};
     EXPECT_EQ(Swct_GetNextVlanPort(&sStart), nullptr);
     EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());

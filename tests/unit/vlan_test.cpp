@@ -56,14 +56,30 @@ protected:
     }
 };
 
-// Everything that takes a VLAN id; the sum of what the questions answer.
-uint64_t AskAll(uint16_t wVlanId)
+// Everything that takes a VLAN id, and what it answers a reader about a VLAN with an interface.
+struct Question {
+    const char* pName;
+    uint32_t (*ask)(uint16_t wVlanId);
+    uint32_t dwAnswer;
+};
+constexpr Question kQuestions[] = {
+    {"exists", [](uint16_t w) { return Swct_DoesVlanExist(w); }, 1},
+    {"interface", [](uint16_t w) { return Swct_DoesVlanIfExist(w); }, 1},
+    {"used", [](uint16_t w) { return Swct_DoesVlanHaveQinQPortsOrPeps(w); }, 0},
+    {"users", [](uint16_t w) -> uint32_t { return Swct_GetVlanNbrOfQinQOrPep(w); }, 0},
+    {"entry", [](uint16_t w) -> uint32_t { return Swct_GetVlanEntryRPtr(w) != nullptr; }, 1},
+    {"info", [](uint16_t w) -> uint32_t { return Swct_GetVlanInfo(w) != nullptr; }, 1},
+    {"inner tag", [](uint16_t w) -> uint32_t { return Swct_GetVlanInnerTagRPtr(w) != nullptr; }, 1},
+    {"entry to write", [](uint16_t w) -> uint32_t { return Swct_GetVlanEntryWPtr(w) != nullptr; }, 0},
+    {"VLAN to write", [](uint16_t w) -> uint32_t { return Swct_GetVlanWPtr(w) != nullptr; }, 0},
+    {"inner tag to write", [](uint16_t w) -> uint32_t { return Swct_GetVlanInnerTagWPtr(w) != nullptr; }, 0},
+};
+
+void ExpectAnswers(uint16_t wVlanId, bool isThere)
 {
-    return Swct_DoesVlanExist(wVlanId) + Swct_DoesVlanIfExist(wVlanId) + Swct_DoesVlanHaveQinQPortsOrPeps(wVlanId) +
-           Swct_GetVlanNbrOfQinQOrPep(wVlanId) + (Swct_GetVlanEntryRPtr(wVlanId) != nullptr) +
-           (Swct_GetVlanEntryWPtr(wVlanId) != nullptr) + (Swct_GetVlanInfo(wVlanId) != nullptr) +
-           (Swct_GetVlanWPtr(wVlanId) != nullptr) + (Swct_GetVlanInnerTagRPtr(wVlanId) != nullptr) +
-           (Swct_GetVlanInnerTagWPtr(wVlanId) != nullptr);
+    for (const Question& c : kQuestions) {
+        EXPECT_EQ(c.ask(wVlanId), isThere ? c.dwAnswer : 0) << c.pName << ' ' << wVlanId;
+    }
 }
 
 void ChangeAll(uint16_t wVlanId)
@@ -86,7 +102,7 @@ TEST_F(VlanTest, BadIdsAnswerNothingAndChangeNothing)
     uint16_t wInner = 7;
     uint8_t bFlag = 7;
     for (const uint16_t wVlanId : kBadIds) {
-        EXPECT_EQ(AskAll(wVlanId), 0U) << wVlanId;
+        ExpectAnswers(wVlanId, false);
         ChangeAll(wVlanId);
         EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Error(0, "Swct_UpdateVlanIfInnerTag",
                                                                 "Tried to Update VlanIfInnerTag!VLAN " +
@@ -118,9 +134,10 @@ TEST_F(VlanTest, WithoutAViewNoVlanIsThere)
     pSwctWrite = nullptr;
     ChangeAll(5);
     EXPECT_TRUE(Region() == before);
-    EXPECT_EQ(AskAll(5), 5U) << "existence, interface and the three read pointers";
+    ExpectAnswers(5, true);
     pSwctRead = nullptr;
-    EXPECT_EQ(AskAll(5) + Swct_GetNbrOfPopulatedVlans(), 0U);
+    ExpectAnswers(5, false);
+    EXPECT_EQ(Swct_GetNbrOfPopulatedVlans(), 0U);
     std::array<uint8_t, 512> aBitmap{};
     aBitmap.fill(0xFF);
     Swct_GetConfiguredVlans(aBitmap.data());
