@@ -110,21 +110,21 @@ Failure UsageFailure(const CLI::App& app, const CLI::ParseError& error)
 {
     std::string message = error.what();
     std::replace(message.begin(), message.end(), '\n', ' ');
-    const std::string& kind = error.get_name();
+    const auto isOf = [&error](CLI::ExitCodes code) { return error.get_exit_code() == static_cast<int>(code); };
     const auto swap = [&message](std::string_view from, std::string_view to) {
         const std::size_t at = message.find(from);
         if (at != std::string::npos) {
             message.replace(at, from.size(), to);
         }
     };
-    if (kind == "ExtrasError") { // "...: WORD WORD", the last one first
+    if (isOf(CLI::ExitCodes::ExtrasError)) { // "...: WORD WORD", the last one first
         std::istringstream words(message.substr(message.find(": ") + 2));
         std::string unknown;
         for (std::string word; words >> word;) {
             unknown = unknown.starts_with('-') ? unknown : word;
         }
         message = UnknownText(app, unknown);
-    } else if (kind == "ConversionError") {
+    } else if (isOf(CLI::ExitCodes::ConversionError)) {
         swap("Could not convert: ", "");
         swap(" = ", ": not a number: ");
     }
