@@ -268,7 +268,9 @@ private:
     // The registrations from 'wNext' to 'wEnd' - 1 go.  'pComing' is where the request goes on.
     void ClearUpTo(uint16_t wEnd, const Record* pComing) noexcept
     {
-        for (const uint16_t wFirst : pCep->awFirstCVidInPep) {
+        for (uint16_t wPepIndex = 1; wPepIndex <= SWCT_PEP_MAX; ++wPepIndex) {
+            // By value: the iterator of a range loop would forget that the element may be misaligned.
+            const uint16_t wFirst = ReadOnce<uint16_t>(pCep->awFirstCVidInPep[wPepIndex - 1]);
             if (wFirst >= wNext && wFirst < wEnd) {
                 Replace(wFirst, pComing);
             }

@@ -58,15 +58,15 @@ void Swct_GetConfig_Vlan(const SwctData& sData, uint8_t* pBuffer, uint32_t dwMax
 void ClearMemberships(SwctData& sData, unsigned first, unsigned end) noexcept
 {
     while (first < end) {
-        auto& adwMembership = sData.sVlan[first / kPorts].adwMembership;
+        SwctVlanEntry& sEntry = sData.sVlan[first / kPorts]; // a reference to the array would forget its alignment
         unsigned port = first % kPorts;
         if (port == 0 && end - first >= kPorts) {
-            SWCT_CLEAR_ARRAY(adwMembership);
+            SWCT_CLEAR_ARRAY(sEntry.adwMembership);
             first += kPorts;
             continue;
         }
         for (; port < kPorts && first < end; ++port, ++first) {
-            adwMembership[port / SWCT_PORT_MAX][port % SWCT_PORT_MAX] = SWCT_MEMBERSHIP_NONE;
+            sEntry.adwMembership[port / SWCT_PORT_MAX][port % SWCT_PORT_MAX] = SWCT_MEMBERSHIP_NONE;
         }
     }
 }
