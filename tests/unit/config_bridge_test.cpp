@@ -158,6 +158,45 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
     EXPECT_EQ(sNp.aVidTranslation[7].dwStatus * 10 + sNp.aVidTranslation[6].dwStatus, 32U);
 }
 
+// A class write keeps what stays the same in place; what comes out may not depend on what was there.
+TEST_F(ConfigBridgeTest, WhatWasThereBeforeLeavesNothing)
+{
+    std::mt19937 random = FixedRandom();
+    AddPort(1, 1, 3);
+    AddPort(2, 5, 3);
+    AddPort(3, 2, 1);
+    for (const uint16_t wIndex : Vids{1, 2, 9, 16}) {
+        AddPep(1, 1, wIndex, static_cast<uint16_t>(100 + wIndex));
+        AddPep(2, 5, wIndex, static_cast<uint16_t>(100 + wIndex));
+    }
+    const std::string empty = Region();
+    std::string aDirty[] = {empty, empty}; // of the two classes
+    for (int round = 0; round < 60; ++round) {
+        const Class& type = kClasses[round % 2 == 0 ? 0 : 2];
+        std::string& dirty = aDirty[round % 2];
+        std::string request;
+        const bool isOrdered = random() % 2 != 0;
+        for (auto record = static_cast<unsigned>(random() % 12); record > 0; --record) {
+            const auto wKey = static_cast<uint16_t>(isOrdered ? 4095 - record : 1 + random() % 8);
+            const auto bSlot = static_cast<uint8_t>(type.wClass == 437 ? 3 : record > 6 ? 1 : 2);
+            const auto bPort = static_cast<uint8_t>(bSlot == 3 ? 2 : bSlot == 1 ? 1 : 5);
+            request += Record(type, bSlot, bPort, wKey, 0, wKey);
+            const auto wVid = static_cast<uint16_t>(100 + random() % 5);
+            std::memcpy(&request[request.size() - type.record + type.moid + 2], &wVid, sizeof wVid);
+        }
+        RestoreRegion(empty);
+        SetConfig(type.wClass, request);
+        const std::string fresh = Region();
+        RestoreRegion(dirty);
+        SetConfig(type.wClass, "");
+        EXPECT_TRUE(Region() == empty) << "cleared in round " << round;
+        RestoreRegion(dirty);
+        SetConfig(type.wClass, request);
+        ASSERT_TRUE(Region() == fresh) << "class " << type.wClass << " in round " << round;
+        dirty = fresh;
+    }
+}
+
 TEST_F(ConfigBridgeTest, RecordsWithoutAnElementAreReportedAndSkipped)
 {
     struct Case {

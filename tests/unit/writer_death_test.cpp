@@ -32,6 +32,7 @@ unsigned stores = 0;   // that the writer has begun
 unsigned nextStop = 0; // the store before which it is looked at
 unsigned stops = 0;    // how often it was
 unsigned unmended = 0; // how often the next push gave another region
+unsigned lost = 0;     // how often an S-VID that has C-VIDs before and after had none
 bool isThorough = false;
 uintptr_t aOpenPage[2]; // made writable for the store that is under way
 unsigned openPages = 0;
@@ -43,6 +44,10 @@ void Look()
     std::memcpy(sLeft.pWritable, thePlatform.pReadable, sizeof(SwctData));
     pSwctRead = static_cast<const SwctData*>(sLeft.pReadable);
     pSwctWrite = nullptr;
+    for (uint16_t wSvid = 14; wSvid <= 19; ++wSvid) {
+        SwctCVidRegistration sRecord;
+        lost += Swct_GetFirstCVidRegistrationForSVid(1, 1, wSvid, &sRecord) == 0 ? 1 : 0;
+    }
     std::minstd_rand random(stores + 1);
     const OperationList sList = Operations();
     Digest sDigest;
@@ -97,7 +102,7 @@ void WriteWatched(uint16_t wClass, const std::vector<uint8_t>& abRequest)
     const auto first = reinterpret_cast<uintptr_t>(thePlatform.pRegion) / kPage * kPage;
     auto* pFirst = reinterpret_cast<void*>(first);
     std::memcpy(static_cast<void*>(thePlatform.pRegion), sImage.pReadable, sizeof(SwctData));
-    stores = nextStop = stops = unmended = 0;
+    stores = nextStop = stops = unmended = lost = 0;
     mprotect(pFirst, sizeof(SwctData) + kPage - 1, PROT_READ);
     Swct_SetConfig(wClass, abRequest.data());
     mprotect(pFirst, sizeof(SwctData) + kPage - 1, PROT_READ | PROT_WRITE);
@@ -127,6 +132,7 @@ TEST(WriterDeathTest, WhereverTheWriterDiesReadersLiveAndTheNextPushMends)
         WriteWatched(wClass, abRequest);
         EXPECT_GT(stops, 0U) << wClass;
         EXPECT_EQ(unmended, 0U) << wClass;
+        EXPECT_EQ(lost, 0U) << wClass;
         allStops += stops;
         allStores += stores;
     }
