@@ -161,8 +161,8 @@ void ShowPeps(const View& view, const Filter& filter)
             report.Skip();
             continue;
         }
-        const SwctCepData& sCep = view.picture.aBridgeData[IndexOf(port)].sCep;
-        const unsigned index = sPep.sMoid.wPepIndex - 1U;
+        SwctCVidRegistration first{}; // with those that the default registration takes
+        Swct_GetFirstCVidRegistrationForSVid(port.slot, port.port, sVid, &first);
         report.BeginRow();
         report.Text("port", "Port", ToText(port));
         if (report.IsJson()) {
@@ -170,8 +170,8 @@ void ShowPeps(const View& view, const Filter& filter)
         }
         report.Fields(Class::kPep, {"index", "sVid"}, &sPep);
         WriteVlanName(report, view, sVid);
-        report.Number("cVids", "C-VIDs", sCep.awNbrOfCVidInPep[index]);
-        report.Number("firstCVid", "First C-VID", sCep.awFirstCVidInPep[index], true);
+        report.Number("cVids", "C-VIDs", Swct_GetNumberOfCVidRegistrationsForSVid(port.slot, port.port, sVid));
+        report.Number("firstCVid", "First C-VID", first.wCVid, true);
         report.Fields(Class::kPep, {"settings"}, &sPep);
         report.EndRow();
     }
