@@ -1,6 +1,7 @@
 // The exchange with the CDBM: QinQ ports (514) and what lies in the provider-bridge data of the ports (369, 427, 437,
 // 469, 538).  Records are stored whatever their port's type is at that moment; only what is cleared goes by type.
 #include <algorithm>
+#include <bit>
 
 #include "config_exchange.h"
 #include "region/defaults.h"
@@ -60,70 +61,105 @@ private:
     uint32_t adwUsers[kSize];
 };
 
-// Stores an array of the region that was made aside; an entry that is equal is left alone, none is split.
+using PairOfWords __attribute__((vector_size(16))) = uint64_t;
+
+// Stores an array of the region that was made aside, in chunks: one that is equal is left alone, no entry is split.
 template <std::size_t kSize>
 void StoreArray(SwctPackedU16 (&awStored)[kSize], const SwctPackedU16 (&awNew)[kSize]) noexcept
 {
-    constexpr std::size_t kChunk = 8;
-    std::size_t i = 0;
-    for (; i + kChunk <= kSize; i += kChunk) {
-        if (std::memcmp(&awStored[i], &awNew[i], kChunk * sizeof(uint16_t)) != 0) {
-            CopyBytes<kChunk * sizeof(uint16_t)>(reinterpret_cast<unsigned char*>(&awStored[i]),
-                                                 reinterpret_cast<const unsigned char*>(&awNew[i]));
+    using Eight __attribute__((vector_size(16))) = uint16_t;
+    struct Chunk {
+        Eight aPart[4];
+    };
+    constexpr std::size_t kChunk = sizeof(Chunk) / sizeof(uint16_t);
+    const auto storeChunk = [&](std::size_t i) {
+        Chunk sStored;
+        Chunk sNew;
+        std::memcpy(&sStored, &awStored[i], sizeof sStored);
+        std::memcpy(&sNew, &awNew[i], sizeof sNew);
+        const auto difference =
+            reinterpret_cast<PairOfWords>((sStored.aPart[0] ^ sNew.aPart[0]) | (sStored.aPart[1] ^ sNew.aPart[1]) |
+                                          (sStored.aPart[2] ^ sNew.aPart[2]) | (sStored.aPart[3] ^ sNew.aPart[3]));
+        if ((difference[0] | difference[1]) != 0) {
+            std::memcpy(&awStored[i], &sNew, sizeof sNew);
+        }
+    };
+    for (std::size_t i = 0; i + kChunk <= kSize; i += kChunk) {
+        storeChunk(i);
+    }
+    if constexpr (kSize % kChunk != 0) {
+        std::size_t i = kSize / kChunk * kChunk;
+        for (; i < kSize; ++i) {
+            awStored[i] = awNew[i];
         }
     }
-    for (; i < kSize; ++i) {
-        awStored[i] = awNew[i];
+}
+
+// The records of keys 'wFrom' to 'wEnd' - 1 go.  Mostly there are none, or few.
+template <class Record, std::size_t kSize>
+inline void ClearKeys(Record (&aRecord)[kSize], uint16_t wFrom, uint16_t wEnd) noexcept
+{
+    constexpr int kFew = 8;
+    if (wEnd == wFrom) [[likely]] {
+        return;
+    }
+    if (wEnd - wFrom > kFew) {
+        std::memset(&aRecord[wFrom - 1], 0, static_cast<std::size_t>(wEnd - wFrom) * sizeof(Record));
+        return;
+    }
+    for (uint16_t wKey = wFrom; wKey < wEnd; ++wKey) {
+        Clear(&aRecord[wKey - 1]);
     }
 }
 
 // Writes a class whose objects lie in the ports: its ports of the type that is cleared first, each as one merge.
-// 'Class' has the state of the port whose records are coming:
-//   Open(data, fresh)  begins a port; a fresh one holds what it held before the request and takes over the new state
-//   only Store(record)      stores a record; false when its key names no element Close()            ends it: what is
-//   left of the old state goes, and what was made aside is stored
+//   Class::Run          the state of the port whose records are coming; apart from the class, so that it stays in
+//   registers EndsAt(moid)        whether the key behind slot and port is zero, which ends the request Open(data,
+//   fresh)   begins a port; a fresh one holds what it held before the request and takes over the new state only
+//   Store(run, record)  stores a record; false when its key names no element
+//   Close(run)          ends it: what is left of the old state goes, and what was made aside is stored
 template <class Class>
 void WriteByPort(SwctData& sData, const void* pCdbmRecords, Class& sClass) noexcept
 {
-    bool aboIsFresh[kPorts] = {};
+    uint32_t dwFresh = 0; // a bit for each port
     ForEachWalkedPort([&](uint8_t bSlot, uint8_t bPort) {
-        if (IsPort(bSlot, bPort)) {
-            aboIsFresh[PortIndex(bSlot, bPort)] = Class::IsCleared(StoredPbPortType(&sData, bSlot, bPort));
+        if (Class::IsCleared(StoredPbPortType(&sData, bSlot, bPort))) {
+            dwFresh |= 1U << PortIndex(bSlot, bPort);
         }
     });
-    unsigned opened = 0; // fresh ports in front of it have been written
     const auto open = [&](unsigned port) {
-        sClass.Open(*PbData(&sData, SlotOf(port), PortOf(port)), aboIsFresh[port]);
-        aboIsFresh[port] = false;
+        const bool boFresh = (dwFresh >> port & 1U) != 0;
+        dwFresh &= ~(1U << port);
+        return sClass.Open(*PbData(&sData, SlotOf(port), PortOf(port)), boFresh);
     };
+    // The fresh ports that no record has named go.
     const auto clearUpTo = [&](unsigned end) {
-        for (; opened < end; ++opened) {
-            if (aboIsFresh[opened]) {
-                open(opened);
-                sClass.Close();
-            }
+        while ((dwFresh & ((1U << end) - 1)) != 0) {
+            sClass.Close(open(static_cast<unsigned>(std::countr_zero(dwFresh))));
         }
     };
-    unsigned current = kPorts;
-    for (const auto& sRecord : Request<typename Class::Record>(pCdbmRecords)) {
-        // The port is looked up once for a run of records.
-        const unsigned port = PortIndex(sRecord.sMoid.bSlot, sRecord.sMoid.bPort);
-        if (port != current) [[unlikely]] {
-            if (current != kPorts) {
-                sClass.Close();
-            }
-            current = port;
-            if (port != kPorts) {
-                clearUpTo(port);
-                open(port);
-            }
+    const auto* pRecord = static_cast<const typename Class::Record*>(pCdbmRecords);
+    while (!IsTerminator(pRecord->sMoid)) {
+        // A run of records of one port, which is looked up once.
+        const uint8_t bSlot = ReadOnce<uint8_t>(pRecord->sMoid.bSlot);
+        const uint8_t bPort = ReadOnce<uint8_t>(pRecord->sMoid.bPort);
+        const unsigned port = PortIndex(bSlot, bPort);
+        const bool boIsPort = port != kPorts;
+        typename Class::Run sRun{};
+        if (boIsPort) {
+            clearUpTo(port);
+            sRun = open(port);
         }
-        if (port == kPorts || !sClass.Store(sRecord)) [[unlikely]] {
-            SWCT_REPORT_SKIPPED(Class::kHandler, Class::kClass, sRecord.sMoid);
+        do {
+            if (!boIsPort || !sClass.Store(sRun, *pRecord)) [[unlikely]] {
+                SWCT_REPORT_SKIPPED(Class::kHandler, Class::kClass, pRecord->sMoid);
+            }
+            ++pRecord;
+        } while (pRecord->sMoid.wClassId != 0 && pRecord->sMoid.bSlot == bSlot && pRecord->sMoid.bPort == bPort &&
+                 !Class::EndsAt(pRecord->sMoid));
+        if (boIsPort) {
+            sClass.Close(sRun);
         }
-    }
-    if (current != kPorts) {
-        sClass.Close();
     }
     clearUpTo(kPorts);
 }
@@ -213,88 +249,111 @@ public:
     static constexpr char kHandler[] = "Swct_SetConfig_CVidRegistration";
     static constexpr auto IsCleared = IsCepType;
 
-    void Open(SwctPbData& sPbData, bool boFresh) noexcept
+    // The port whose records are coming.
+    struct Run {
+        SwctCepData* pCep;
+        uint16_t wNext;    // registrations in front of it are as the request has them so far
+        uint16_t wWatched; // the lowest C-VID from there on that is the lowest of a PEP; 0 = not known yet
+        bool boIsFresh;
+        bool boInOrder;
+    };
+
+    static bool EndsAt(const SwctCVidRegistrationMoid& sMoid) noexcept { return sMoid.wCVid == 0; }
+
+    Run Open(SwctPbData& sPbData, bool boFresh) noexcept
     {
-        pCep = &sPbData.sCep;
-        boIsFresh = boFresh;
-        wNext = boFresh ? 1 : SWCT_PB_VID_MAX + 1;
-        boInOrder = boFresh;
         if (boFresh) {
             Clear(&sSummaries);
         }
+        return {&sPbData.sCep, static_cast<uint16_t>(boFresh ? 1 : SWCT_PB_VID_MAX + 1), 0, boFresh, boFresh};
     }
 
-    bool Store(const Record& sRecord) noexcept
+    [[gnu::always_inline]] bool Store(Run& sRun, const Record& sRecord) noexcept
     {
         const uint16_t wCVid = ReadOnce<uint16_t>(sRecord.sMoid.wCVid);
         if (!IsPbVid(wCVid)) {
             return false;
         }
         const uint16_t wSvid = ReadOnce<uint16_t>(sRecord.sBody.wSvid);
-        SwctCVidRegistration& sStored = pCep->aCVidRegistration[wCVid - 1];
-        boInOrder &= wCVid >= wNext;
-        if (boInOrder) {
-            if (wCVid != wNext) {
-                ClearUpTo(wCVid, &sRecord);
+        if (wCVid < sRun.wNext) {
+            sRun.boInOrder = false;
+        } else {
+            if (wCVid >= sRun.wWatched) [[unlikely]] {
+                sRun.wWatched =
+                    Reach({*sRun.pCep, sSummaries, sRun.boInOrder ? &sRecord : nullptr}, sRun.wNext, wCVid, wSvid);
             }
-            wNext = static_cast<uint16_t>(wCVid + 1);
-            if (sStored.wSvid != wSvid) {
-                Replace(wCVid, &sRecord);
-            }
-        } else if (wCVid >= wNext) {
-            ClearUpTo(wCVid, &sRecord);
-            wNext = static_cast<uint16_t>(wCVid + 1);
+            ClearKeys(sRun.pCep->aCVidRegistration, sRun.wNext, wCVid);
+            sRun.wNext = static_cast<uint16_t>(wCVid + 1);
         }
-        CopyRecord(&sStored, &sRecord.sBody);
-        const uint16_t wPepIndex = PepIndexOfSvid(*pCep, wSvid);
-        if (boIsFresh) {
+        CopyParts<0, 16, 1>(&sRun.pCep->aCVidRegistration[wCVid - 1], &sRecord.sBody);
+        const uint16_t wPepIndex = PepIndexOfSvid(*sRun.pCep, wSvid);
+        if (sRun.boIsFresh) {
             CountCVid(sSummaries, wPepIndex, wCVid);
         } else {
-            CountCVid(*pCep, wPepIndex, wCVid);
+            CountCVid(*sRun.pCep, wPepIndex, wCVid);
         }
         return true;
     }
 
-    void Close() noexcept
+    void Close(Run sRun) noexcept
     {
-        if (boIsFresh) {
-            ClearUpTo(SWCT_PB_VID_MAX + 1, nullptr);
-            StoreArray(pCep->awNbrOfCVidInPep, sSummaries.awNbrOfCVidInPep);
-            StoreArray(pCep->awFirstCVidInPep, sSummaries.awFirstCVidInPep);
+        if (sRun.boIsFresh) {
+            Reach({*sRun.pCep, sSummaries, nullptr}, sRun.wNext, SWCT_PB_VID_MAX + 1, 0);
+            ClearKeys(sRun.pCep->aCVidRegistration, sRun.wNext, SWCT_PB_VID_MAX + 1);
+            StoreArray(sRun.pCep->awNbrOfCVidInPep, sSummaries.awNbrOfCVidInPep);
+            StoreArray(sRun.pCep->awFirstCVidInPep, sSummaries.awFirstCVidInPep);
         }
     }
 
 private:
-    // The registrations from 'wNext' to 'wEnd' - 1 go.  'pComing' is where the request goes on.
-    void ClearUpTo(uint16_t wEnd, const Record* pComing) noexcept
+    // Named as in the port's data.
+    struct Summaries {
+        SwctPackedU16 awNbrOfCVidInPep[SWCT_PEP_MAX];
+        SwctPackedU16 awFirstCVidInPep[SWCT_PEP_MAX];
+    };
+
+    // Where a port stands when one of the lowest C-VIDs of its PEPs goes.
+    struct Standing {
+        SwctCepData& sCep;
+        const Summaries& sSummaries; // of what has been stored
+        const Record* pComing;       // where the request goes on; null when it is not in key order, or has ended
+    };
+
+    // A record of 'wCVid' comes, registrations from 'wFrom' on go, and a PEP's lowest C-VID may be among them.  Gives
+    // the next one that is a PEP's lowest.
+    static uint16_t Reach(Standing sStanding, uint16_t wFrom, uint16_t wCVid, uint16_t wSvid) noexcept
     {
-        for (uint16_t wPepIndex = 1; wPepIndex <= SWCT_PEP_MAX; ++wPepIndex) {
-            // By value: the iterator of a range loop would forget that the element may be misaligned.
-            const uint16_t wFirst = ReadOnce<uint16_t>(pCep->awFirstCVidInPep[wPepIndex - 1]);
-            if (wFirst >= wNext && wFirst < wEnd) {
-                Replace(wFirst, pComing);
+        const SwctCepData& sCep = sStanding.sCep;
+        for (unsigned i = 0; i < SWCT_PEP_MAX; ++i) {
+            const uint16_t wFirst = ReadOnce<uint16_t>(sCep.awFirstCVidInPep[i]);
+            if (IsPbVid(wFirst) && wFirst >= wFrom &&
+                (wFirst < wCVid || (wFirst == wCVid && sCep.aCVidRegistration[wFirst - 1].wSvid != wSvid))) {
+                Replace(sStanding, wFirst);
             }
         }
-        std::memset(&pCep->aCVidRegistration[wNext - 1], 0, (wEnd - wNext) * sizeof(SwctCVidRegistration));
+        uint16_t wLowest = SWCT_PB_VID_MAX + 1;
+        for (const uint16_t wFirst : sCep.awFirstCVidInPep) {
+            wLowest = wFirst > wCVid ? std::min(wLowest, wFirst) : wLowest;
+        }
+        return wLowest;
     }
 
-    // If a PEP's lowest C-VID leaves its S-VID, the next lowest takes its place: one that has been stored already, or
-    // one that is still coming, whose record is stored for that now (and may be the lowest of another PEP in its turn).
-    // In a request in key order every PEP comes here once for a port.
-    void Replace(uint16_t wCVid, const Record* pComing) noexcept
+    // A PEP's lowest C-VID leaves its S-VID: the next lowest takes its place, one that has been stored already, or one
+    // that is still coming, whose record is stored for that now (and may be the lowest of another PEP in its turn).  In
+    // a request in key order every PEP comes here once for a port.
+    static void Replace(Standing sStanding, uint16_t wCVid) noexcept
     {
-        const uint16_t wSvid = ReadOnce<uint16_t>(pCep->aCVidRegistration[wCVid - 1].wSvid);
-        const uint16_t wPepIndex = PepIndexOfSvid(*pCep, wSvid);
-        if (wPepIndex == 0 || pCep->awFirstCVidInPep[wPepIndex - 1] != wCVid) {
+        SwctCepData& sCep = sStanding.sCep;
+        const uint16_t wSvid = ReadOnce<uint16_t>(sCep.aCVidRegistration[wCVid - 1].wSvid);
+        const uint16_t wPepIndex = PepIndexOfSvid(sCep, wSvid);
+        if (wPepIndex == 0 || sCep.awFirstCVidInPep[wPepIndex - 1] != wCVid) {
             return;
         }
-        uint16_t wFirst = sSummaries.awFirstCVidInPep[wPepIndex - 1];
-        const PortPosition sPort =
-            pComing != nullptr ? PortPosition{pComing->sMoid.bSlot, pComing->sMoid.bPort} : PortPosition{};
+        uint16_t wFirst = sStanding.sSummaries.awFirstCVidInPep[wPepIndex - 1];
         uint16_t wBefore = wCVid;
-        for (; boInOrder && wFirst == 0 && pComing != nullptr; ++pComing) {
-            if (IsTerminator(pComing->sMoid) || pComing->sMoid.bSlot != sPort.slot ||
-                pComing->sMoid.bPort != sPort.port) {
+        for (const Record* pComing = sStanding.pComing; wFirst == 0 && pComing != nullptr; ++pComing) {
+            if (IsTerminator(pComing->sMoid) || pComing->sMoid.bSlot != sStanding.pComing->sMoid.bSlot ||
+                pComing->sMoid.bPort != sStanding.pComing->sMoid.bPort) {
                 break;
             }
             const uint16_t wComing = ReadOnce<uint16_t>(pComing->sMoid.wCVid);
@@ -302,24 +361,16 @@ private:
                 break;
             }
             if (pComing->sBody.wSvid == wSvid && wComing > wBefore) {
-                Replace(wComing, pComing);
-                CopyRecord(&pCep->aCVidRegistration[wComing - 1], &pComing->sBody);
+                Replace({sCep, sStanding.sSummaries, pComing}, wComing);
+                CopyParts<0, 16, 1>(&sCep.aCVidRegistration[wComing - 1], &pComing->sBody);
                 wFirst = wComing;
             }
             wBefore = wComing;
         }
-        pCep->awFirstCVidInPep[wPepIndex - 1] = wFirst;
+        sCep.awFirstCVidInPep[wPepIndex - 1] = wFirst;
     }
 
-    // Named as in the port's data.
-    struct {
-        SwctPackedU16 awNbrOfCVidInPep[SWCT_PEP_MAX];
-        SwctPackedU16 awFirstCVidInPep[SWCT_PEP_MAX];
-    } sSummaries;
-    SwctCepData* pCep;
-    uint16_t wNext; // registrations in front of it are as the request has them so far
-    bool boIsFresh;
-    bool boInOrder;
+    Summaries sSummaries;
 };
 
 void Swct_SetConfig_CVidRegistration(SwctData& sData, const void* pCdbmRecords) noexcept
@@ -345,54 +396,51 @@ public:
     static constexpr char kHandler[] = "Swct_SetConfig_VidTranslation";
     static constexpr auto IsCleared = IsNetworkPortType;
 
-    void Open(SwctPbData& sPbData, bool boFresh) noexcept
+    // The port whose records are coming.
+    struct Run {
+        SwctNetworkPortData* pNp;
+        uint16_t wNext; // translations in front of it are as the request has them so far
+        bool boIsFresh;
+    };
+
+    static bool EndsAt(const SwctVidTranslationMoid& sMoid) noexcept { return sMoid.wLocalVid == 0; }
+
+    Run Open(SwctPbData& sPbData, bool boFresh) noexcept
     {
-        pNp = &sPbData.sNp;
-        boIsFresh = boFresh;
-        wNext = boFresh ? 1 : SWCT_PB_VID_MAX + 1;
         if (boFresh) {
             SWCT_CLEAR_ARRAY(awLocalVidByRelayVid);
         }
+        return {&sPbData.sNp, static_cast<uint16_t>(boFresh ? 1 : SWCT_PB_VID_MAX + 1), boFresh};
     }
 
-    bool Store(const Record& sRecord) noexcept
+    [[gnu::always_inline]] bool Store(Run& sRun, const Record& sRecord) noexcept
     {
         const uint16_t wLocalVid = ReadOnce<uint16_t>(sRecord.sMoid.wLocalVid);
         if (!IsPbVid(wLocalVid)) {
             return false;
         }
-        if (wLocalVid >= wNext) {
-            ClearUpTo(wLocalVid);
-            wNext = static_cast<uint16_t>(wLocalVid + 1);
+        if (wLocalVid >= sRun.wNext) {
+            ClearKeys(sRun.pNp->aVidTranslation, sRun.wNext, wLocalVid);
+            sRun.wNext = static_cast<uint16_t>(wLocalVid + 1);
         }
-        SwctVidTranslation& sStored = pNp->aVidTranslation[wLocalVid - 1];
+        SwctVidTranslation& sStored = sRun.pNp->aVidTranslation[wLocalVid - 1];
         CopyParts<0, offsetof(SwctVidTranslation, dwStatus)>(&sStored, &sRecord.sBody);
         sStored.dwStatus = OrDefault<uint32_t>(sRecord.sBody.dwStatus, kVidTranslationStatus);
-        SetLocalVidOfRelayVid(boIsFresh ? awLocalVidByRelayVid : pNp->awLocalVidByRelayVid,
+        SetLocalVidOfRelayVid(sRun.boIsFresh ? awLocalVidByRelayVid : sRun.pNp->awLocalVidByRelayVid,
                               ReadOnce<uint16_t>(sRecord.sBody.wRelayVid), wLocalVid);
         return true;
     }
 
-    void Close() noexcept
+    void Close(Run sRun) noexcept
     {
-        if (boIsFresh) {
-            ClearUpTo(SWCT_PB_VID_MAX + 1);
-            StoreArray(pNp->awLocalVidByRelayVid, awLocalVidByRelayVid);
+        if (sRun.boIsFresh) {
+            ClearKeys(sRun.pNp->aVidTranslation, sRun.wNext, SWCT_PB_VID_MAX + 1);
+            StoreArray(sRun.pNp->awLocalVidByRelayVid, awLocalVidByRelayVid);
         }
     }
 
 private:
-    void ClearUpTo(uint16_t wEnd) noexcept
-    {
-        if (wEnd != wNext) {
-            std::memset(&pNp->aVidTranslation[wNext - 1], 0, (wEnd - wNext) * sizeof(SwctVidTranslation));
-        }
-    }
-
     SwctPackedU16 awLocalVidByRelayVid[SWCT_PB_VID_MAX];
-    SwctNetworkPortData* pNp;
-    uint16_t wNext; // translations in front of it are as the request has them so far
-    bool boIsFresh;
 };
 
 void Swct_SetConfig_VidTranslation(SwctData& sData, const void* pCdbmRecords) noexcept
@@ -410,7 +458,8 @@ void Swct_GetConfig_VidTranslation(const SwctData& sData, uint8_t* pBuffer, uint
 
 // ---- 469 ----
 
-// The PEPs of a port and their index are made aside.
+// The PEPs of a port and their index are made aside.  The index stays zero but for the entries of a port, which go with
+// it.
 class PepTable {
 public:
     using Record = SwctProviderEdgePortRecord;
@@ -418,75 +467,93 @@ public:
     static constexpr char kHandler[] = "Swct_SetConfig_ProviderEdgePort";
     static constexpr auto IsCleared = IsCepType;
 
+    // The port whose records are coming.
+    struct Run {
+        SwctCepData* pCep;
+        bool boIsFresh;
+    };
+
+    static bool EndsAt(const SwctProviderEdgePortMoid& sMoid) noexcept { return sMoid.wPepIndex == 0; }
+
     explicit PepTable(SwctData& sData) noexcept : sUsers(sData) {}
 
-    void Open(SwctPbData& sPbData, bool boFresh) noexcept
+    Run Open(SwctPbData& sPbData, bool boFresh) noexcept
     {
-        pCep = &sPbData.sCep;
-        boIsFresh = boFresh;
         if (boFresh) {
             SWCT_CLEAR_ARRAY(aProviderEdgePort);
-            SWCT_CLEAR_ARRAY(awPepIndexBySvid);
         }
+        return {&sPbData.sCep, boFresh};
     }
 
-    bool Store(const Record& sRecord) noexcept
+    [[gnu::always_inline]] bool Store(Run& sRun, const Record& sRecord) noexcept
     {
         const uint16_t wPepIndex = ReadOnce<uint16_t>(sRecord.sMoid.wPepIndex);
         if (!IsPepIndex(wPepIndex)) {
             return false;
         }
         const uint16_t wSvid = ReadOnce<uint16_t>(sRecord.sBody.wSvid);
-        CopyRecord(&(boIsFresh ? aProviderEdgePort : pCep->aProviderEdgePort)[wPepIndex - 1], &sRecord.sBody);
-        SetPepIndexOfSvid(boIsFresh ? awPepIndexBySvid : pCep->awPepIndexBySvid, wSvid, wPepIndex);
+        CopyRecord(&(sRun.boIsFresh ? aProviderEdgePort : sRun.pCep->aProviderEdgePort)[wPepIndex - 1], &sRecord.sBody);
+        SetPepIndexOfSvid(sRun.boIsFresh ? awPepIndexBySvid : sRun.pCep->awPepIndexBySvid, wSvid, wPepIndex);
+        if (sRun.boIsFresh && nbrOfEntries < SWCT_PEP_MAX) {
+            awEntry[nbrOfEntries] = wSvid;
+        }
+        nbrOfEntries += sRun.boIsFresh ? 1 : 0;
         sUsers.Count(wSvid);
         return true;
     }
 
     // An S-VID leads to its PEP, so a PEP that gets another S-VID is stored when the former one leads elsewhere. S-VIDs
     // that change places in a ring have no such order and are stored as they come.
-    void Close() noexcept
+    void Close(Run sRun) noexcept
     {
-        if (!boIsFresh) {
+        if (!sRun.boIsFresh) {
             return;
         }
         uint32_t dwLeft = (1U << SWCT_PEP_MAX) - 1;
         for (bool boInRing = false; dwLeft != 0;) {
             const uint32_t dwBefore = dwLeft;
             for (unsigned i = 0; i < SWCT_PEP_MAX; ++i) {
-                const uint16_t wFormer = ReadOnce<uint16_t>(pCep->aProviderEdgePort[i].wSvid);
-                if ((dwLeft >> i & 1U) != 0 && (boInRing || wFormer == aProviderEdgePort[i].wSvid || Leave(wFormer))) {
-                    CopyRecord(&pCep->aProviderEdgePort[i], &aProviderEdgePort[i]);
+                const uint16_t wFormer = ReadOnce<uint16_t>(sRun.pCep->aProviderEdgePort[i].wSvid);
+                if ((dwLeft >> i & 1U) != 0 &&
+                    (boInRing || wFormer == aProviderEdgePort[i].wSvid || Leave(*sRun.pCep, wFormer))) {
+                    CopyRecord(&sRun.pCep->aProviderEdgePort[i], &aProviderEdgePort[i]);
                     dwLeft &= ~(1U << i);
                 }
             }
             boInRing = dwLeft == dwBefore;
         }
-        StoreArray(pCep->awPepIndexBySvid, awPepIndexBySvid);
+        StoreArray(sRun.pCep->awPepIndexBySvid, awPepIndexBySvid);
+        if (nbrOfEntries > SWCT_PEP_MAX) {
+            SWCT_CLEAR_ARRAY(awPepIndexBySvid);
+            nbrOfEntries = 0;
+        }
+        while (nbrOfEntries != 0) {
+            SetPepIndexOfSvid(awPepIndexBySvid, awEntry[--nbrOfEntries], 0);
+        }
     }
 
     void Finish() noexcept { sUsers.Store(); }
 
 private:
     // Makes an S-VID lead to its new PEP, if that is stored already, or to none.
-    bool Leave(uint16_t wSvid) noexcept
+    bool Leave(SwctCepData& sCep, uint16_t wSvid) noexcept
     {
         if (!IsVlanId(wSvid)) {
             return true;
         }
         const uint16_t wPepIndex = awPepIndexBySvid[wSvid - 1];
-        if (wPepIndex != 0 && pCep->aProviderEdgePort[wPepIndex - 1].wSvid != wSvid) {
+        if (wPepIndex != 0 && sCep.aProviderEdgePort[wPepIndex - 1].wSvid != wSvid) {
             return false;
         }
-        pCep->awPepIndexBySvid[wSvid - 1] = wPepIndex;
+        sCep.awPepIndexBySvid[wSvid - 1] = wPepIndex;
         return true;
     }
 
     NewUsers<512> sUsers;
     SwctProviderEdgePort aProviderEdgePort[SWCT_PEP_MAX];
-    SwctPackedU16 awPepIndexBySvid[SWCT_VLAN_MAX];
-    SwctCepData* pCep;
-    bool boIsFresh;
+    SwctPackedU16 awPepIndexBySvid[SWCT_VLAN_MAX] = {};
+    uint16_t awEntry[SWCT_PEP_MAX]; // the S-VIDs that have one, as long as they are that few
+    std::size_t nbrOfEntries = 0;
 };
 
 void Swct_SetConfig_ProviderEdgePort(SwctData& sData, const void* pCdbmRecords) noexcept
@@ -548,29 +615,32 @@ public:
     static constexpr char kHandler[] = "Swct_SetConfig_DefaultCVidRegistration";
     static constexpr auto IsCleared = IsCepType;
 
-    void Open(SwctPbData& sPbData, bool boFresh) noexcept
+    // The port whose records are coming.
+    struct Run {
+        SwctDefaultCVidRegistration* pStored;
+        bool boGoes;
+    };
+
+    static bool EndsAt(const SwctPortMoid& /*sMoid*/) noexcept { return false; }
+
+    static Run Open(SwctPbData& sPbData, bool boFresh) noexcept
     {
-        pCep = &sPbData.sCep;
-        boGoes = boFresh;
+        return {&sPbData.sCep.sDefaultCVidRegistration, boFresh};
     }
 
-    bool Store(const Record& sRecord) noexcept
+    [[gnu::always_inline]] static bool Store(Run& sRun, const Record& sRecord) noexcept
     {
-        CopyRecord(&pCep->sDefaultCVidRegistration, &sRecord.sBody);
-        boGoes = false;
+        CopyParts<0, 2, 1>(sRun.pStored, &sRecord.sBody);
+        sRun.boGoes = false;
         return true;
     }
 
-    void Close() noexcept
+    static void Close(Run sRun) noexcept
     {
-        if (boGoes) {
-            Clear(&pCep->sDefaultCVidRegistration);
+        if (sRun.boGoes) {
+            Clear(sRun.pStored);
         }
     }
-
-private:
-    SwctCepData* pCep;
-    bool boGoes;
 };
 
 void Swct_SetConfig_DefaultCVidRegistration(SwctData& sData, const void* pCdbmRecords) noexcept

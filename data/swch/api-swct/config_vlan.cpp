@@ -54,38 +54,79 @@ void Swct_GetConfig_Vlan(const SwctData& sData, uint8_t* pBuffer, uint32_t dwMax
     sReply.Terminate<SwctVlanMoid>();
 }
 
-// Memberships in key order: kPorts of a VLAN, slot 1 first.
-void ClearMemberships(SwctData& sData, unsigned first, unsigned end) noexcept
-{
-    while (first < end) {
-        SwctVlanEntry& sEntry = sData.sVlan[first / kPorts]; // a reference to the array would forget its alignment
-        unsigned port = first % kPorts;
-        if (port == 0 && end - first >= kPorts) {
-            SWCT_CLEAR_ARRAY(sEntry.adwMembership);
-            first += kPorts;
-            continue;
-        }
-        for (; port < kPorts && first < end; ++port, ++first) {
-            sEntry.adwMembership[port / SWCT_PORT_MAX][port % SWCT_PORT_MAX] = SWCT_MEMBERSHIP_NONE;
+// The memberships of the VLAN whose records are coming.  Those of a VLAN that is reached for the first time are made
+// aside and stored together; a VLAN in front of it, out of order, has its records stored as they come.
+class Memberships {
+public:
+    explicit Memberships(SwctData& sRegion) noexcept : sData(sRegion) {}
+
+    void Open(uint16_t wVlanId) noexcept
+    {
+        Close();
+        pEntry = VlanEntry(&sData, wVlanId);
+        boIsFresh = pEntry != nullptr && wVlanId > wReached;
+        if (boIsFresh) {
+            ClearBetween(wVlanId);
+            wReached = wVlanId;
+            SWCT_CLEAR_ARRAY(adwMembership);
         }
     }
-}
+
+    // False when the key names no element.
+    bool Store(uint8_t bSlot, uint8_t bPort, uint32_t dwMembership) noexcept
+    {
+        if (pEntry == nullptr || !IsPort(bSlot, bPort)) {
+            return false;
+        }
+        (boIsFresh ? adwMembership : pEntry->adwMembership)[bSlot - 1][bPort - 1] = dwMembership;
+        return true;
+    }
+
+    void Finish() noexcept
+    {
+        Close();
+        ClearBetween(SWCT_VLAN_MAX + 1);
+    }
+
+private:
+    void Close() noexcept
+    {
+        if (boIsFresh) {
+            CopyRecord(&pEntry->adwMembership, &adwMembership);
+        }
+    }
+
+    // The VLANs behind the last one that was reached have no memberships.
+    void ClearBetween(unsigned end) noexcept
+    {
+        for (unsigned vlanId = wReached + 1U; vlanId < end; ++vlanId) {
+            SWCT_CLEAR_ARRAY(sData.sVlan[vlanId - 1].adwMembership);
+        }
+    }
+
+    SwctData& sData;
+    SwctVlanEntry* pEntry = nullptr;
+    uint16_t wReached = 0;
+    bool boIsFresh = false;
+    SwctMembership adwMembership[SWCT_SLOT_MAX][SWCT_PORT_MAX];
+};
 
 void Swct_SetConfig_VlanPort(SwctData& sData, const void* pCdbmRecords) noexcept
 {
-    Merge sMerge([&sData](unsigned first, unsigned end) { ClearMemberships(sData, first, end); });
+    Memberships sMemberships(sData);
+    uint16_t wCurrent = 0;
     for (const SwctVlanPortRecord& sRecord : Request<SwctVlanPortRecord>(pCdbmRecords)) {
         const SwctVlanPortMoid sMoid = sRecord.sMoid;
-        SwctMembership* pMembership = Membership(&sData, sMoid.wVlanId, sMoid.bSlot, sMoid.bPort);
-        if (pMembership == nullptr) {
+        if (sMoid.wVlanId != wCurrent) {
+            wCurrent = sMoid.wVlanId;
+            sMemberships.Open(wCurrent);
+        }
+        if (!sMemberships.Store(sMoid.bSlot, sMoid.bPort, sRecord.sBody.dwMembership)) {
             SWCT_ERROR(kErrorPlain, "VLAN %d: Unable to fetch VLAN_PORT ptr for S/P %d/%d\n", sMoid.wVlanId,
                        sMoid.bSlot, sMoid.bPort);
-            continue;
         }
-        sMerge.Reach((sMoid.wVlanId - 1U) * kPorts + PortIndex(sMoid.bSlot, sMoid.bPort));
-        *pMembership = sRecord.sBody.dwMembership;
     }
-    sMerge.Finish(SWCT_VLAN_MAX * kPorts);
+    sMemberships.Finish();
 }
 
 void Swct_GetConfig_VlanPort(const SwctData& sData, uint8_t* pBuffer, uint32_t dwMaxElements) noexcept

@@ -15,11 +15,6 @@ const SwctCVidRegistration* ManagedRecord(SwctCVidRegistrationMoid sMoid) noexce
     return UsedRecordOf(Registrations(ManagedCep(pSwctRead, sMoid.bSlot, sMoid.bPort)), sMoid.wCVid);
 }
 
-// The default registration takes the C-VIDs whose record is free.
-struct IsFree {
-    bool operator()(const SwctCVidRegistration& sRecord) const noexcept { return sRecord.wCVid == 0; }
-};
-
 // What a C-VID without a registration gets from the default one; 'pRecord' keeps its other fields.
 void FillFromDefault(const SwctCepData& sCep, uint16_t wCVid, uint16_t wSvid, SwctCVidRegistration* pRecord) noexcept
 {
@@ -60,7 +55,7 @@ uint32_t Swct_DoesCVidRegistrationExist(SwctCVidRegistrationMoid sMoid) noexcept
 
 SwctCVidRegistrationMoid* Swct_CVidRegistrationMoidIterator(const SwctCVidRegistrationMoid* pMoidPrevious) noexcept
 {
-    static SwctCVidRegistrationMoid sNext;
+    alignas(8) static SwctCVidRegistrationMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
@@ -70,7 +65,7 @@ SwctCVidRegistrationMoid* Swct_CVidRegistrationMoidIterator(const SwctCVidRegist
     if (!boFound) {
         return nullptr;
     }
-    sNext = {SWCT_CLASS_CVID_REGISTRATION, sPosition.bSlot, sPosition.bPort, sPosition.wKey};
+    StoreMoid(&sNext, SWCT_CLASS_CVID_REGISTRATION, sPosition.bSlot, sPosition.bPort, sPosition.wKey);
     return &sNext;
 }
 

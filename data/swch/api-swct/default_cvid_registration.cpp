@@ -66,6 +66,5 @@ uint32_t Swct_GetBitmapOfCVidRegisteredToDefaultSVid(uint8_t bSlot, uint8_t bPor
     if (pCep == nullptr || pCep->sDefaultCVidRegistration.wSvid == SWCT_VID_NONE) {
         return 0;
     }
-    return YesOrNo(AddKeys(pBitmap, pCep->aCVidRegistration,
-                           [](const SwctCVidRegistration& sRecord) { return sRecord.wCVid == 0; }));
+    return YesOrNo(AddKeys(pBitmap, pCep->aCVidRegistration, IsFree{}));
 }

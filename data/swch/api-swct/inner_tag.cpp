@@ -2,6 +2,7 @@
 #include "swct/inner_tag.h"
 
 #include "region/memory.h"
+#include "region/moid.h"
 #include "region/trace.h"
 #include "region/views.h"
 
@@ -38,7 +39,7 @@ void Swct_ReadVlanIfInnerTag(SwctVlanMoid sMoid, SwctVlanIfInnerTag* pInnerTag) 
 
 SwctVlanMoid* Swct_VlanIfInnerTagMoidIterator(const SwctVlanMoid* pMoidPrevious) noexcept
 {
-    static SwctVlanMoid sNext;
+    alignas(8) static SwctVlanMoid sNext;
     if (pMoidPrevious == nullptr) {
         SWCT_ERROR(kErrorBadMoid, "Illegal pMoidPrevious\n");
         return nullptr;
@@ -49,6 +50,6 @@ SwctVlanMoid* Swct_VlanIfInnerTagMoidIterator(const SwctVlanMoid* pMoidPrevious)
     if (wVlanId == 0) {
         return nullptr;
     }
-    CopyRecord(&sNext, SwctVlanMoid{SWCT_CLASS_VLAN_IF_INNER_TAG, wVlanId});
+    StoreMoid(&sNext, SWCT_CLASS_VLAN_IF_INNER_TAG, wVlanId);
     return &sNext;
 }

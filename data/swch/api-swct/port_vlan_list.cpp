@@ -7,21 +7,6 @@
 #include "region/views.h"
 #include "swct/pb_data.h"
 
-namespace {
-
-// The S-VIDs of a customer edge port's registrations, in one pass over them; out-of-range S-VIDs have no bit.
-void CollectSvids(const SwctCepData& sCep, uint8_t* pBitmap) noexcept
-{
-    for (const SwctCVidRegistration& sRecord : sCep.aCVidRegistration) {
-        const uint16_t wSvid = ReadOnce<uint16_t>(sRecord.wSvid);
-        if (IsVlanId(wSvid)) {
-            SetBit(pBitmap, wSvid);
-        }
-    }
-}
-
-} // namespace
-
 void Swct_GetPortVlanList(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noexcept
 {
     if (pBitmap == nullptr) {
@@ -46,9 +31,10 @@ void Swct_GetPortVlanBitMap(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap) noex
     }
     // Collected apart, because the trace lines come in ascending order and only for bits that are set here.
     uint8_t abSvids[SWCT_VLAN_BITMAP_SIZE] = {};
-    CollectSvids(pPbData->sCep, abSvids);
-    for (uint16_t wByte = 0; wByte < SWCT_VLAN_BITMAP_SIZE; ++wByte) {
-        pBitmap[wByte] = static_cast<uint8_t>(pBitmap[wByte] | abSvids[wByte]);
+    AddValues(abSvids, pPbData->sCep.aCVidRegistration,
+              [](const SwctCVidRegistration& sRecord) { return sRecord.wSvid; });
+    for (unsigned byte = 0; byte < SWCT_VLAN_BITMAP_SIZE; ++byte) {
+        pBitmap[byte] = static_cast<uint8_t>(pBitmap[byte] | abSvids[byte]);
     }
     for (uint16_t wSvid = 1; DBG_EHSL >= 4 && wSvid <= SWCT_VLAN_MAX; ++wSvid) {
         if (IsBitSet(abSvids, wSvid)) {

@@ -29,7 +29,7 @@ uint32_t Swct_DoesProviderEdgePortExist(SwctProviderEdgePortMoid sMoid) noexcept
 
 SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEdgePortMoid* pMoidPrevious) noexcept
 {
-    static SwctProviderEdgePortMoid sNext;
+    alignas(8) static SwctProviderEdgePortMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
@@ -37,7 +37,7 @@ SwctProviderEdgePortMoid* Swct_ProviderEdgePortMoidIterator(const SwctProviderEd
     if (!FindNextProviderEdgePort(pSwctRead, sPosition)) {
         return nullptr;
     }
-    sNext = {SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.bSlot, sPosition.bPort, sPosition.wKey};
+    StoreMoid(&sNext, SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.bSlot, sPosition.bPort, sPosition.wKey);
     return &sNext;
 }
 
@@ -101,7 +101,7 @@ uint32_t Swct_GetProviderEdgePortMoidForSVid(uint8_t bSlot, uint8_t bPort, uint1
 SwctProviderEdgePortMoid* Swct_GetNextPepConnectedToSvid(const SwctProviderEdgePortMoid* pMoidPrevious,
                                                          uint16_t wSvid) noexcept
 {
-    static SwctProviderEdgePortMoid sNext;
+    alignas(8) static SwctProviderEdgePortMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
@@ -114,7 +114,7 @@ SwctProviderEdgePortMoid* Swct_GetNextPepConnectedToSvid(const SwctProviderEdgeP
     if (!boFound) {
         return nullptr;
     }
-    sNext = {SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.Slot(), sPosition.Port(), wPepIndex};
+    StoreMoid(&sNext, SWCT_CLASS_PROVIDER_EDGE_PORT, sPosition.Slot(), sPosition.Port(), wPepIndex);
     return &sNext;
 }
 

@@ -49,7 +49,7 @@ uint32_t Swct_DoesQinQPortExist(SwctPortMoid sMoid) noexcept
 
 SwctPortMoid* Swct_QinQPortMoidIterator(const SwctPortMoid* pMoidPrevious) noexcept
 {
-    static SwctPortMoid sNext;
+    alignas(8) static SwctPortMoid sNext;
     return NextPort(&sNext, pMoidPrevious, [](uint8_t bSlot, uint8_t bPort) {
         return Swct_DoesQinQPortExist({SWCT_CLASS_QINQ_PORT, bSlot, bPort}) != 0;
     });

@@ -9,7 +9,7 @@
 
 SwctQueueStatisticsMoid* Swct_GetNextQueueStatistics(const SwctQueueStatisticsMoid* pMoidPrevious) noexcept
 {
-    static SwctQueueStatisticsMoid sNext;
+    alignas(8) static SwctQueueStatisticsMoid sNext;
     constexpr unsigned kQueues = 8;
     if (pMoidPrevious == nullptr) {
         return nullptr;

@@ -17,7 +17,7 @@ uint32_t Swct_DoesServicePriorityRegenerationExist(SwctServicePriorityRegenerati
 SwctServicePriorityRegenerationMoid*
 Swct_ServicePriorityRegenerationMoidIterator(const SwctServicePriorityRegenerationMoid* pMoidPrevious) noexcept
 {
-    static SwctServicePriorityRegenerationMoid sNext;
+    alignas(8) static SwctServicePriorityRegenerationMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }

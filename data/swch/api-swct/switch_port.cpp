@@ -5,7 +5,7 @@
 #include "region/provider_bridge.h"
 #include "switch_port_buffer.h"
 
-SwctPortMoid sSwitchPortMoid;
+alignas(8) SwctPortMoid sSwitchPortMoid;
 
 namespace {
 

@@ -2,7 +2,7 @@
 // switch ports seen under another class.
 #pragma once
 
-#include "region/memory.h"
+#include "region/moid.h"
 #include "region/port_walk.h"
 
 // Hidden; written by NextSwitchPort only.
@@ -20,7 +20,7 @@ SwctPortMoid* NextPort(SwctPortMoid* pBuffer, const SwctPortMoid* pMoidPrevious,
     if (!FindWalkedPort(sPosition, qualifies)) {
         return nullptr;
     }
-    CopyRecord(pBuffer, SwctPortMoid{wClassId, sPosition.Slot(), sPosition.Port()});
+    StoreMoid(pBuffer, wClassId, sPosition.Slot(), sPosition.Port());
     return pBuffer;
 }
 

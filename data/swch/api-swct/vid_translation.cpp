@@ -47,7 +47,7 @@ uint32_t Swct_DoesVidTranslationExist(SwctVidTranslationMoid sMoid) noexcept
 
 SwctVidTranslationMoid* Swct_VidTranslationMoidIterator(const SwctVidTranslationMoid* pMoidPrevious) noexcept
 {
-    static SwctVidTranslationMoid sNext;
+    alignas(8) static SwctVidTranslationMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
@@ -58,7 +58,7 @@ SwctVidTranslationMoid* Swct_VidTranslationMoidIterator(const SwctVidTranslation
     if (!boFound) {
         return nullptr;
     }
-    sNext = {SWCT_CLASS_VID_TRANSLATION, sPosition.bSlot, sPosition.bPort, sPosition.wKey};
+    StoreMoid(&sNext, SWCT_CLASS_VID_TRANSLATION, sPosition.bSlot, sPosition.bPort, sPosition.wKey);
     return &sNext;
 }
 

@@ -64,7 +64,7 @@ void Swct_GetConfiguredVlans(uint8_t* pBitmap) noexcept
 
 SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
 {
-    static SwctVlanMoid sNext;
+    alignas(8) static SwctVlanMoid sNext;
     if (pMoidPrevious == nullptr) {
         return nullptr;
     }
@@ -73,7 +73,7 @@ SwctVlanMoid* Swct_GetNextVlan(const SwctVlanMoid* pMoidPrevious) noexcept
     if (wVlanId == 0) {
         return nullptr;
     }
-    CopyRecord(&sNext, SwctVlanMoid{SWCT_CLASS_VLAN, wVlanId});
+    StoreMoid(&sNext, SWCT_CLASS_VLAN, wVlanId);
     return &sNext;
 }
 

@@ -4,6 +4,7 @@
 #include "region/memory.h"
 #include "region/moid.h"
 #include "region/port_walk.h"
+#include "region/scan.h"
 #include "region/trace.h"
 #include "region/views.h"
 
@@ -13,11 +14,20 @@ namespace {
 template <class Test>
 bool AnyVlanOfPort(const SwctData* pData, uint8_t bSlot, uint8_t bPort, Test test) noexcept
 {
-    return IsPort(bSlot, bPort) &&
-           AnyExistingVlan(pData, [bSlot, bPort, &test](const SwctVlanEntry& sEntry, uint16_t wVlanId) {
-               const uint32_t dwMembership = sEntry.adwMembership[bSlot - 1][bPort - 1];
-               return dwMembership != SWCT_MEMBERSHIP_NONE && test(sEntry, wVlanId, dwMembership);
-           });
+    if (pData == nullptr || !IsPort(bSlot, bPort)) {
+        return false;
+    }
+    const auto hasPort = [bSlot, bPort](const SwctVlanEntry& sEntry) {
+        return sEntry.boExists != 0 && sEntry.adwMembership[bSlot - 1][bPort - 1] != SWCT_MEMBERSHIP_NONE;
+    };
+    for (std::size_t i = FindRecord(pData->sVlan, 0, hasPort); i < SWCT_VLAN_MAX;
+         i = FindRecord(pData->sVlan, i + 1, hasPort)) {
+        const SwctVlanEntry& sEntry = pData->sVlan[i];
+        if (test(sEntry, static_cast<uint16_t>(i + 1), sEntry.adwMembership[bSlot - 1][bPort - 1])) {
+            return true;
+        }
+    }
+    return false;
 }
 
 // Whether a port of one slot of an entry is a member.
@@ -209,7 +219,7 @@ uint32_t Swct_SlotIsUsedForVlan(uint8_t bSlot) noexcept
 
 SwctVlanPortMoid* Swct_GetNextVlanPort(const SwctVlanPortMoid* pMoidPrevious) noexcept
 {
-    static SwctVlanPortMoid sNext;
+    alignas(8) static SwctVlanPortMoid sNext;
     if (pMoidPrevious == nullptr || pSwctRead == nullptr) {
         return nullptr;
     }
@@ -225,7 +235,7 @@ SwctVlanPortMoid* Swct_GetNextVlanPort(const SwctVlanPortMoid* pMoidPrevious) no
     for (uint16_t wVlanId = wPrevious != 0 ? wPrevious : 1; wVlanId < SWCT_VLAN_MAX; ++wVlanId) {
         const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1U];
         if (sEntry.boExists != 0 && FindMember(sEntry, sPosition)) {
-            sNext = {SWCT_CLASS_VLAN_PORT, wVlanId, sPosition.Slot(), sPosition.Port()};
+            StoreMoid(&sNext, wVlanId, sPosition.Slot(), sPosition.Port());
             return &sNext;
         }
         sPosition = FirstMemberPosition();

@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "scan.h"
 #include "swct/queue_history.h"
 #include "trace.h"
 #include "views.h"
@@ -82,7 +83,12 @@ constexpr unsigned HistoryPortIndex(uint8_t bSlot, uint8_t bPort) noexcept
 }
 
 // Only the value 1 marks the current period.
-inline bool IsCurrent(const SwctQueueStatisticsHistorical& sRecord) noexcept { return sRecord.boIsCurrentPeriod == 1; }
+struct IsCurrent {
+    bool operator()(const SwctQueueStatisticsHistorical& sRecord) const noexcept
+    {
+        return sRecord.boIsCurrentPeriod == 1;
+    }
+};
 
 inline bool HoldsRecord(const SwctQueueStatisticsHistorical& sRecord) noexcept
 {
@@ -139,13 +145,14 @@ auto* ReportingRecord(Data* pData, RingKey sKey, uint8_t bIndex) noexcept
 template <class Ring>
 uint8_t CurrentOf(const SwctQueueStatisticsHistorical* pRecords, RingKey sKey) noexcept
 {
-    const auto* pCurrent = std::find_if(pRecords, pRecords + Ring::kRecords, IsCurrent);
-    if (pCurrent == pRecords + Ring::kRecords) {
+    using Records = SwctQueueStatisticsHistorical[Ring::kRecords];
+    const std::size_t current = FindRecord(*reinterpret_cast<const Records*>(pRecords), 0, IsCurrent{});
+    if (current == Ring::kRecords) {
         SWCT_ERROR_AS((kText<Ring, "Swct_GetQueueStatisticsHistorical15mCurrentPeriodIndex">), kErrorPlain,
                       "Did not find historical data where boIsCurrentPeriod is TRUE for S/P/Q: %d/%d/%d!", sKey.bSlot,
                       sKey.bPort, sKey.bQueue);
     }
-    return static_cast<uint8_t>(pCurrent - pRecords);
+    return static_cast<uint8_t>(current);
 }
 
 // Record 0 of a ring whose current period is looked for; null, reported, for a bad key or without the view.

@@ -1,9 +1,11 @@
 // memory.h - values, and reading and writing where another process, or a careless caller, may be at work too.
 #pragma once
 
+#include <algorithm>
 #include <bit>
 #include <cstdint>
 #include <cstring>
+#include <utility>
 
 // The result of a test, as the interface has it.
 constexpr uint32_t YesOrNo(bool boYes) noexcept { return boYes ? 1 : 0; }
@@ -17,22 +19,23 @@ inline Value ReadOnce(Value value) noexcept
     return value;
 }
 
-// Loads everything before it stores anything.
+// Loads everything before it stores anything, in parts of 16 bytes or what fits of a power of two; the last part
+// overlaps the one before it.
 template <std::size_t kSize>
 inline void CopyBytes(unsigned char* pTo, const unsigned char* pFrom) noexcept
 {
-    if constexpr (kSize >= 16) {
-        using Part __attribute__((vector_size(16))) = unsigned char;
-        Part part;
-        std::memcpy(&part, pFrom, sizeof part);
-        CopyBytes<kSize - sizeof part>(pTo + sizeof part, pFrom + sizeof part);
-        std::memcpy(pTo, &part, sizeof part);
-    } else if constexpr (kSize != 0) {
-        unsigned char abPart[std::bit_floor(kSize)];
-        std::memcpy(abPart, pFrom, sizeof abPart);
-        CopyBytes<kSize - sizeof abPart>(pTo + sizeof abPart, pFrom + sizeof abPart);
-        std::memcpy(pTo, abPart, sizeof abPart);
-    }
+    constexpr std::size_t kPart = kSize >= 16 ? 16 : std::bit_floor(kSize);
+    struct Part {
+        unsigned char abByte[kPart];
+    };
+    const auto copy = [&]<std::size_t... kI>(std::index_sequence<kI...>)
+    {
+        constexpr std::size_t kOffsets[] = {std::min(kI * kPart, kSize - kPart)...};
+        Part aPart[sizeof...(kI)];
+        (std::memcpy(&aPart[kI], pFrom + kOffsets[kI], kPart), ...);
+        (std::memcpy(pTo + kOffsets[kI], &aPart[kI], kPart), ...);
+    };
+    copy(std::make_index_sequence<(kSize + kPart - 1) / kPart>{});
 }
 
 // Copies a record.  A caller may pass a pointer into the region, so the two may overlap.  In place by registers, where
@@ -59,14 +62,6 @@ inline void IfThere(Record* pRecord, Act act) noexcept
     if (pRecord != nullptr) {
         act(*pRecord);
     }
-}
-
-// Stores a record that was made in place: its bytes go out together, so that a caller who copies the record, or another
-// process, does not wait for parts of it.
-template <class Record>
-inline void CopyRecord(Record* pTo, const Record& sFrom) noexcept
-{
-    CopyRecord(pTo, &sFrom);
 }
 
 // Copies the bytes from 'kOffset' on in parts, each by one store if it has 1, 2, 4, 8 or 16 bytes.  Parts that split no

@@ -1,7 +1,38 @@
 // moid.h - the keys of each Moid, in their order; filters and the terminators of requests follow from them.
 #pragma once
 
+#include <cstring>
+
 #include "swct/types.h"
+
+// An iterator's result goes out in whole stores, as a caller loads it who copies it: four bytes, and two behind them.
+inline void StoreMoid(SwctPortMoid* pTo, uint16_t wClassId, uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const uint32_t dwMoid = wClassId | uint32_t{bSlot} << 16 | uint32_t{bPort} << 24;
+    std::memcpy(pTo, &dwMoid, sizeof dwMoid);
+}
+
+inline void StoreMoid(SwctVlanMoid* pTo, uint16_t wClassId, uint16_t wVlanId) noexcept
+{
+    const uint32_t dwMoid = wClassId | uint32_t{wVlanId} << 16;
+    std::memcpy(pTo, &dwMoid, sizeof dwMoid);
+}
+
+inline void StoreMoid(SwctVlanPortMoid* pTo, uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) noexcept
+{
+    const uint64_t qwMoid =
+        SWCT_CLASS_VLAN_PORT | uint32_t{wVlanId} << 16 | uint64_t{bSlot} << 32 | uint64_t{bPort} << 40;
+    std::memcpy(pTo, &qwMoid, sizeof *pTo);
+}
+
+// Of the Moids with a 16-bit key behind slot and port.
+template <class Moid>
+void StoreMoid(Moid* pTo, uint16_t wClassId, uint8_t bSlot, uint8_t bPort, uint16_t wKey) noexcept
+{
+    static_assert(sizeof(Moid) == 6);
+    const uint64_t qwMoid = wClassId | uint32_t{bSlot} << 16 | uint32_t{bPort} << 24 | uint64_t{wKey} << 32;
+    std::memcpy(pTo, &qwMoid, sizeof(Moid));
+}
 
 // Whether 'test(left key, right key)' is true for each key, one after the other until one fails.
 template <class Test>

@@ -3,6 +3,7 @@
 
 #include <iterator>
 
+#include "bitmap.h"
 #include "port_walk.h"
 #include "scan.h"
 #include "swct/switch_port.h"
@@ -86,6 +87,7 @@ inline constexpr uint32_t kVidTranslationStatus = 3;
 
 // A record in use: its key, or a PEP's S-VID, is not 0.
 struct IsInUse {
+    auto operator()(WordPairs pairs) const noexcept { return (pairs << 16) != 0; }
     bool operator()(const SwctCVidRegistration& sRecord) const noexcept { return sRecord.wCVid != 0; }
     bool operator()(const SwctVidTranslation& sRecord) const noexcept { return sRecord.wLocalVid != 0; }
     bool operator()(const SwctProviderEdgePort& sRecord) const noexcept { return sRecord.wSvid != 0; }
@@ -133,6 +135,20 @@ struct GoesToSvid {
     {
         return sRecord.wSvid == wSvid && sRecord.wCVid != 0;
     }
+    // S-VID and C-VID as one number: from S-VID * 2^16 + 1 to the next S-VID.  Compared with a sign, as vectors are.
+    auto operator()(WordPairs pairs) const noexcept
+    {
+        using Signed __attribute__((vector_size(16))) = int32_t;
+        constexpr uint32_t kLowest = 0x80000000;
+        const auto fromFirst = reinterpret_cast<Signed>(pairs - ((uint32_t{wSvid} << 16) + 1) + kLowest);
+        return reinterpret_cast<WordPairs>(fromFirst < static_cast<int32_t>(kLowest + 0xFFFF));
+    }
+};
+
+// A registration that is free: its C-VID goes where the default registration says.
+struct IsFree {
+    bool operator()(const SwctCVidRegistration& sRecord) const noexcept { return sRecord.wCVid == 0; }
+    auto operator()(WordPairs pairs) const noexcept { return (pairs << 16) == 0; }
 };
 
 // An object inside a port's data: C-VID, local VID or PEP index are its key.

@@ -11,7 +11,10 @@ std::size_t FindRecord(const Record (&aRecord)[kSize], std::size_t first, Test t
 {
     constexpr std::size_t kBlock = 16;
     std::size_t i = first;
-    for (; i + kBlock <= kSize; i += kBlock) {
+    if (i < kSize && test(aRecord[i])) { // walks mostly go on at once
+        return i;
+    }
+    for (++i; i + kBlock <= kSize; i += kBlock) {
 #pragma GCC unroll 16
         for (std::size_t k = 0; k < kBlock; ++k) {
             if (test(aRecord[i + k])) [[unlikely]] {

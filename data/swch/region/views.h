@@ -45,8 +45,12 @@ inline const SwctVlanEntry* ExistingVlan(const SwctData* pData, uint16_t wVlanId
 template <class Test>
 bool AnyExistingVlan(const SwctData* pData, Test test) noexcept
 {
-    for (uint16_t wVlanId = 1; pData != nullptr && wVlanId <= SWCT_VLAN_MAX; ++wVlanId) {
-        const SwctVlanEntry& sEntry = pData->sVlan[wVlanId - 1];
+    if (pData == nullptr) {
+        return false;
+    }
+    uint16_t wVlanId = 0;
+    for (const SwctVlanEntry& sEntry : pData->sVlan) {
+        ++wVlanId;
         if (sEntry.boExists != 0 && test(sEntry, wVlanId)) {
             return true;
         }

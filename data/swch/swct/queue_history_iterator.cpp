@@ -216,7 +216,7 @@ Exit Advance(HistoryMoid& sMoid) noexcept
 template <class Ring>
 HistoryMoid* Iterate(const HistoryMoid* pMoidPrevious) noexcept
 {
-    static HistoryMoid sNext;
+    alignas(8) static HistoryMoid sNext;
     constexpr const auto& kName = kText<Ring, "Swct_QueueStatisticsHistorical15mMoidIterator">;
     if (pMoidPrevious == nullptr) {
         return nullptr;
