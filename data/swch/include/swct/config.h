@@ -9,8 +9,10 @@
 #include "config_records.h"
 
 /* Replaces what the region holds of a class by the records of a request; classes 427 and 769 only overwrite.  Needs
- * the write view.  Derived counters come out right in this order: 177, 205, 469 and 514, 369, and the rest.
- * Returns 0, or 1 for an unknown class, without the write view (error 2) or for a null request (error 0). */
+ * the write view.  Of records in key order, as Swct_GetConfig gives them, what the region has already never disappears,
+ * not even for a moment; in any other order the end is the same.  Derived counters come out right in this order: 177,
+ * 205, 469 and 514, 369, and the rest. Returns 0, or 1 for an unknown class, without the write view (error 2) or for a
+ * null request (error 0). */
 SWCT_API uint32_t Swct_SetConfig(uint16_t wClass, const void* pCdbmRecords) SWCT_NOEXCEPT;
 
 /* Writes the objects of a class and, where the list fits, a terminator into 'pBuffer'.  Needs the read view.

@@ -15,6 +15,7 @@ typedef struct SwctSwitchPortRecord {
     SwctSwitchPort sBody;
 } SWCT_PACKED SwctSwitchPortRecord;
 SWCT_ASSERT_SIZE(SwctSwitchPortRecord, 32);
+SWCT_ASSERT_AT(SwctSwitchPortRecord, sBody, 4);
 
 /* Class 205. */
 typedef struct SwctVlanRecord {
@@ -22,6 +23,7 @@ typedef struct SwctVlanRecord {
     SwctVlan sBody;
 } SWCT_PACKED SwctVlanRecord;
 SWCT_ASSERT_SIZE(SwctVlanRecord, 130);
+SWCT_ASSERT_AT(SwctVlanRecord, sBody, 4);
 
 /* Class 206. */
 typedef struct SwctVlanPortRecord {
@@ -29,6 +31,7 @@ typedef struct SwctVlanPortRecord {
     SwctVlanPortAttributes sBody;
 } SWCT_PACKED SwctVlanPortRecord;
 SWCT_ASSERT_SIZE(SwctVlanPortRecord, 16);
+SWCT_ASSERT_AT(SwctVlanPortRecord, sBody, 6);
 
 /* Class 369. */
 typedef struct SwctCVidRegistrationRecord {
@@ -36,6 +39,7 @@ typedef struct SwctCVidRegistrationRecord {
     SwctCVidRegistration sBody;
 } SWCT_PACKED SwctCVidRegistrationRecord;
 SWCT_ASSERT_SIZE(SwctCVidRegistrationRecord, 23);
+SWCT_ASSERT_AT(SwctCVidRegistrationRecord, sBody, 6);
 
 /* Class 427. */
 typedef struct SwctServicePriorityRegenerationRecord {
@@ -43,6 +47,7 @@ typedef struct SwctServicePriorityRegenerationRecord {
     SwctServicePriorityRegeneration sBody;
 } SWCT_PACKED SwctServicePriorityRegenerationRecord;
 SWCT_ASSERT_SIZE(SwctServicePriorityRegenerationRecord, 18);
+SWCT_ASSERT_AT(SwctServicePriorityRegenerationRecord, sBody, 10);
 
 /* Class 437. */
 typedef struct SwctVidTranslationRecord {
@@ -50,6 +55,7 @@ typedef struct SwctVidTranslationRecord {
     SwctVidTranslation sBody;
 } SWCT_PACKED SwctVidTranslationRecord;
 SWCT_ASSERT_SIZE(SwctVidTranslationRecord, 18);
+SWCT_ASSERT_AT(SwctVidTranslationRecord, sBody, 6);
 
 /* Class 469. */
 typedef struct SwctProviderEdgePortRecord {
@@ -57,6 +63,7 @@ typedef struct SwctProviderEdgePortRecord {
     SwctProviderEdgePort sBody;
 } SWCT_PACKED SwctProviderEdgePortRecord;
 SWCT_ASSERT_SIZE(SwctProviderEdgePortRecord, 22);
+SWCT_ASSERT_AT(SwctProviderEdgePortRecord, sBody, 6);
 
 /* Class 514. */
 typedef struct SwctQinQPortRecord {
@@ -64,6 +71,7 @@ typedef struct SwctQinQPortRecord {
     SwctQinQPort sBody;
 } SWCT_PACKED SwctQinQPortRecord;
 SWCT_ASSERT_SIZE(SwctQinQPortRecord, 23);
+SWCT_ASSERT_AT(SwctQinQPortRecord, sBody, 4);
 
 /* Class 538. */
 typedef struct SwctDefaultCVidRegistrationRecord {
@@ -71,6 +79,7 @@ typedef struct SwctDefaultCVidRegistrationRecord {
     SwctDefaultCVidRegistration sBody;
 } SWCT_PACKED SwctDefaultCVidRegistrationRecord;
 SWCT_ASSERT_SIZE(SwctDefaultCVidRegistrationRecord, 7);
+SWCT_ASSERT_AT(SwctDefaultCVidRegistrationRecord, sBody, 4);
 
 /* Class 769. */
 typedef struct SwctVlanIfInnerTagRecord {
@@ -78,5 +87,6 @@ typedef struct SwctVlanIfInnerTagRecord {
     SwctVlanIfInnerTag sBody;
 } SWCT_PACKED SwctVlanIfInnerTagRecord;
 SWCT_ASSERT_SIZE(SwctVlanIfInnerTagRecord, 35);
+SWCT_ASSERT_AT(SwctVlanIfInnerTagRecord, sBody, 4);
 
 #endif

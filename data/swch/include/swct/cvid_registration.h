@@ -27,8 +27,9 @@ SWCT_API void Swct_DeleteCVidRegistration(SwctCVidRegistrationMoid sMoid) SWCT_N
 /* The stored record of an existing CEP, in use or not. */
 SWCT_API void Swct_ReadCVidRegistration(SwctCVidRegistrationMoid sMoid, SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_CVidRegistration_GetSVid(SwctCVidRegistrationMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
-/* Each stores one flag of an existing CEP's record. */
+/* Stores boUntaggedCep of an existing registration object. */
 SWCT_API void Swct_CVidRegistration_SetUntaggedCEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
+/* Stores boUntaggedPep of an existing registration object. */
 SWCT_API void Swct_CVidRegistration_SetUntaggedPEP(SwctCVidRegistrationMoid sMoid, uint8_t boValue) SWCT_NOEXCEPT;
 /* Whether the stored boUntaggedCep of a C-VID (the key's VLAN id) is 0, whatever the port type; bad key: 0. */
 SWCT_API uint32_t Swct_IsCVlanPortTagged(SwctVlanPortMoid sMoidCVlanPort) SWCT_NOEXCEPT;
@@ -44,22 +45,25 @@ SWCT_API uint32_t Swct_GetSvidFromCvidRegistration(uint8_t bSlot, uint8_t bPort,
 SWCT_API uint32_t Swct_GetNumberOfCVidRegistrations(uint16_t wCVid) SWCT_NOEXCEPT;
 /* How many C-VIDs of the port go to an S-VID; of the default S-VID all that do not go elsewhere.  Traces at level 6. */
 SWCT_API uint32_t Swct_GetNumberOfCVidRegistrationsForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
-/* The lowest and the second-lowest C-VID of an S-VID as a record: 1 = found, 0 and an all-zero record = none.  Of the
- * default S-VID they are the C-VIDs without a registration. */
+/* The lowest C-VID of an S-VID as a record: 1 = found, 0 and an all-zero record = none.  Of the default S-VID the
+ * lowest C-VID without a registration. */
 SWCT_API uint32_t Swct_GetFirstCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                                        SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
+/* The same for the second-lowest one. */
 SWCT_API uint32_t Swct_GetSecondCVidRegistrationForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                                         SwctCVidRegistration* pRecord) SWCT_NOEXCEPT;
 /* The lowest C-VID of an S-VID of an existing CEP, found without the summaries; none: 4095. */
 SWCT_API uint32_t Swct_GetFirstCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid) SWCT_NOEXCEPT;
-/* Clear the 512-byte bitmap and set the C-VIDs registered to an S-VID, and those that the default registration takes;
- * 1 when a bit was set. */
+/* Clears the 512-byte bitmap and sets the C-VIDs registered to an S-VID; 1 when it set a bit. */
 SWCT_API uint32_t Swct_GetBitmapOfCVidRegisteredToSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, uint8_t* pBitmap)
     SWCT_NOEXCEPT;
+/* Clears the 512-byte bitmap and sets the C-VIDs without a registration, which the default registration takes if its
+ * S-VID is not 4095; 1 when it set a bit. */
 SWCT_API uint32_t Swct_GetBitmapOfCVidRegisteredToDefaultSVid(uint8_t bSlot, uint8_t bPort, uint8_t* pBitmap)
     SWCT_NOEXCEPT;
-/* Whether a registration, a default registration, of any CEP goes to VLAN sMoidVlan.wVlanId. */
+/* Whether a registration of any CEP goes to VLAN sMoidVlan.wVlanId. */
 SWCT_API uint32_t Swct_DoesVlanHaveCVidRegistrations(SwctVlanMoid sMoidVlan) SWCT_NOEXCEPT;
+/* Whether the default registration of any CEP goes to VLAN sMoidVlan.wVlanId. */
 SWCT_API uint32_t Swct_DoesVlanHaveDefaultCVidRegistration(SwctVlanMoid sMoidVlan) SWCT_NOEXCEPT;
 
 /* Default registration objects: existing CEP with ingress filtering 2, switch mode 1; the S-VID is not looked at.

@@ -6,15 +6,17 @@
 
 #include "pb_data.h"
 
-/* Whether a C-VID is registered: on any CEP, on one. */
+/* Whether a C-VID is registered on any CEP. */
 SWCT_API uint32_t Swct_DoesCVlanExist(uint16_t wCVid) SWCT_NOEXCEPT;
+/* Whether it is registered on one. */
 SWCT_API uint32_t Swct_DoesCVlanForOnePortExist(uint16_t wCVid, uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_IsPortMemberOfCVlanId(uint8_t bSlot, uint8_t bPort, uint16_t wCVid) SWCT_NOEXCEPT; /* the same */
 /* Clears the 512-byte bitmap and sets the C-VIDs registered on any CEP. */
 SWCT_API void Swct_GetConfiguredCVlans(uint8_t* pBitmap) SWCT_NOEXCEPT;
 
-/* Whether a registration of the port goes to the S-VID: of a CEP; whatever the port type.  S-VID 0: 0. */
+/* Whether a registration of a CEP goes to the S-VID; S-VID 0: 0. */
 SWCT_API uint32_t Swct_DoesSVlanForOnePortExist(uint16_t wSvid, uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+/* The same, whatever the port type. */
 SWCT_API uint32_t Swct_DoesCepPortInSvlan(uint16_t wSvid, uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 
 /* Relay C-VIDs count where the registration's boRelayCVid is 1. */

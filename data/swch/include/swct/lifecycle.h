@@ -16,8 +16,9 @@ SWCT_API void Swct_CdbmOpen(void) SWCT_NOEXCEPT;
 /* Attaches for reading; nothing when the process has a read view.  Failure: an error trace, no read view. */
 SWCT_API void Swct_Open(void) SWCT_NOEXCEPT;
 
-/* Whether the process has a read view, a write view: tells if an attach worked. */
+/* Whether the process has a read view: tells if an attach worked. */
 SWCT_API uint32_t Swct_IsAttachedForReading(void) SWCT_NOEXCEPT;
+/* Whether it has a write view. */
 SWCT_API uint32_t Swct_IsAttachedForWriting(void) SWCT_NOEXCEPT;
 
 #endif

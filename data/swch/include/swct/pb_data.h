@@ -90,23 +90,26 @@ SWCT_API uint32_t Swct_CustomerNetworkPortSettingsMoidFilter(const SwctPortMoid*
 SWCT_API uint32_t Swct_CustomerEdgePortSettingsMoidFilter(const SwctPortMoid* pMoid, const SwctPortMoid* pFilter)
     SWCT_NOEXCEPT;
 
-/* Whether an existing port is a CEP, a CNP. */
+/* Whether an existing port is a customer edge port. */
 SWCT_API uint32_t Swct_IsCep(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+/* Whether an existing port is a customer network port. */
 SWCT_API uint32_t Swct_IsCnp(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* In switch mode 1: a PNP or CNP with a translation of status 3; a CEP with a C-VID registration, or with ingress
  * filtering 2 and a default S-VID other than 4095. */
 SWCT_API uint32_t Swct_DoesPortHaveProviderBridgeSettings(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 /* Whether a port of slot 1 or 2 has, when modules of 'dwMode' have data ports.  Another slot is traced at level 4. */
 SWCT_API uint32_t Swct_SlotIsUsedForProviderBridge(uint8_t bSlot, uint32_t dwMode) SWCT_NOEXCEPT;
-/* Whether an existing port has VID translations, C-VID registrations. */
+/* Whether an existing PNP or CNP has VID translations, in switch mode 1. */
 SWCT_API uint32_t Swct_DoesSwitchPortHaveVidTranslationChildren(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+/* Whether an existing CEP has C-VID registrations, in switch mode 1. */
 SWCT_API uint32_t Swct_DoesSwitchPortHaveCVidRegistrationChildren(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
 
 /* Whether VLAN 'wSvid' (1 to 4094) exists with a layer-3 interface. */
 SWCT_API uint32_t Swct_SvidIsUsedByVlanIf(uint16_t wSvid) SWCT_NOEXCEPT;
-/* The CES IP interface sits on a port of slot 1 that depends on the expected mode of the slot: whether its CEP has a
- * C-VID for an S-VID, and the S-VID of its C-VID registration (0 = none). */
+/* The CES IP interface sits on a port of slot 1 that depends on the expected mode of the slot.  Whether that port is a
+ * CEP with a C-VID for the S-VID; bad key: 0. */
 SWCT_API uint32_t Swct_SvidIsUsedByCesIpif(uint16_t wSvid) SWCT_NOEXCEPT;
+/* The S-VID of that port's C-VID registration; none: 0. */
 SWCT_API uint32_t Swct_GetCesSvidByCvid(uint16_t wCVid) SWCT_NOEXCEPT;
 
 #endif

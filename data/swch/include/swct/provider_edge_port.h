@@ -30,9 +30,10 @@ SWCT_API void Swct_DeleteProviderEdgePort(SwctProviderEdgePortMoid sMoid) SWCT_N
 SWCT_API void Swct_ReadProviderEdgePort(SwctProviderEdgePortMoid sMoid, SwctProviderEdgePort* pRecord) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_ProviderEdgePort_GetSVid(SwctProviderEdgePortMoid sMoid) SWCT_NOEXCEPT; /* absent: 0 */
 
-/* The PEP of an S-VID on a port: its record, its Moid (whatever the port type); 1 = found. */
+/* The record of the PEP that serves an S-VID on a CEP; 1 = found. */
 SWCT_API uint32_t Swct_GetProviderEdgePort(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, SwctProviderEdgePort* pRecord)
     SWCT_NOEXCEPT;
+/* The Moid of that PEP, whatever the port type; 1 = found. */
 SWCT_API uint32_t Swct_GetProviderEdgePortMoidForSVid(uint8_t bSlot, uint8_t bPort, uint16_t wSvid,
                                                       SwctProviderEdgePortMoid* pMoid) SWCT_NOEXCEPT;
 /* The PEP of an S-VID on the next CEP that has one, after the slot and port of 'pMoidPrevious'.  Own buffer. */

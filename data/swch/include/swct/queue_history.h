@@ -23,6 +23,8 @@ typedef struct SwctCounter {
     uint32_t dwLow;
     uint32_t dwHigh;
 } SWCT_PACKED SwctCounter;
+SWCT_ASSERT_SIZE(SwctCounter, 8);
+SWCT_ASSERT_AT(SwctCounter, dwHigh, 4);
 
 typedef struct SwctQueueStatisticsHistorical {
     SwctCounter aqwCounter[SWCT_HISTORY_COUNTERS]; /* the writer's order */
@@ -36,9 +38,10 @@ SWCT_ASSERT_SIZE(SwctQueueStatisticsHistorical, 74);
 SWCT_API uint8_t boQueueStatisticsStaySuspect15m[SWCT_HISTORY_PORTS];
 SWCT_API uint8_t boQueueStatisticsStaySuspect24h[SWCT_HISTORY_PORTS];
 
-/* First value plus second, second minus first, modulo 2^64. */
+/* First value plus second, modulo 2^64. */
 SWCT_API uint64_t Swct_AddQueueStatisticsHistoricalElement(uint32_t dwHigh1, uint32_t dwLow1, uint32_t dwHigh2,
                                                            uint32_t dwLow2) SWCT_NOEXCEPT;
+/* Second value minus first, modulo 2^64. */
 SWCT_API uint64_t Swct_SubQueueStatisticsHistoricalElement(uint32_t dwHigh1, uint32_t dwLow1, uint32_t dwHigh2,
                                                            uint32_t dwLow2) SWCT_NOEXCEPT;
 
@@ -46,7 +49,7 @@ SWCT_API uint64_t Swct_SubQueueStatisticsHistoricalElement(uint32_t dwHigh1, uin
 
 /* Whether the index is one of the ring's. */
 SWCT_API uint32_t Swct_QueueStatisticsHistorical15mIndexWithinRange(uint32_t dwIndex) SWCT_NOEXCEPT;
-/* One record of a ring, whether or not it holds a period. */
+/* One record of a ring, whether or not it holds a period: in the read view, and with WPtr in the write view. */
 SWCT_API const SwctQueueStatisticsHistorical* Swct_GetQueueStatisticsHistorical15mRPtr(uint8_t bSlot, uint8_t bPort,
                                                                                        uint8_t bQueue, uint8_t bIndex)
     SWCT_NOEXCEPT;
@@ -88,13 +91,15 @@ SWCT_API void Swct_GetQueueStatisticsHistorical15mLastNRecords(uint8_t bSlot, ui
 SWCT_API void Swct_GetQueueStatisticsHistorical15mHistoricalSum(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
                                                                 uint8_t bExcludedIndex,
                                                                 SwctQueueStatisticsHistorical* pSum) SWCT_NOEXCEPT;
-/* pTo + pFrom, pTo - pFrom: counters only. */
+/* Makes each counter of 'pTo' the sum of both; nothing else changes. */
 SWCT_API void Swct_AddQueueStatisticsHistorical15mStructs(const SwctQueueStatisticsHistorical* pFrom,
                                                           SwctQueueStatisticsHistorical* pTo) SWCT_NOEXCEPT;
+/* Makes each counter of 'pTo' its own value minus that of 'pFrom'. */
 SWCT_API void Swct_SubQueueStatisticsHistorical15mStructs(const SwctQueueStatisticsHistorical* pFrom,
                                                           SwctQueueStatisticsHistorical* pTo) SWCT_NOEXCEPT;
-/* The flag of a port; a bad slot or port reads 0 and is not stored. */
+/* The stay-suspect flag of a port; bad slot or port: 0. */
 SWCT_API uint8_t Swct_GetQueueStatisticsStaySuspect15m(uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
+/* Stores it. */
 SWCT_API void Swct_SetQueueStatisticsStaySuspect15m(uint8_t bSlot, uint8_t bPort, uint8_t boValue) SWCT_NOEXCEPT;
 
 /* The index after 'bPreviousIndex' that holds a record, or the current one; a ring without a current record: its
@@ -102,7 +107,8 @@ SWCT_API void Swct_SetQueueStatisticsStaySuspect15m(uint8_t bSlot, uint8_t bPort
 SWCT_API uint8_t Swct_GetNextQueueStatisticsHistorical15mIndex(uint8_t bSlot, uint8_t bPort, uint8_t bQueue,
                                                                uint8_t bPreviousIndex) SWCT_NOEXCEPT;
 /* The next record: slots 1 and 2 by port and queue, from the oldest to the current; then as slot 3 the LAGs 1 to 4,
- * with the rings of their first member port.  The previous Moid must carry the class id.  Traces at levels 6 and 7. */
+ * with the rings of their first member port.  The previous Moid must carry the class id.  It alone is the position: any
+ * call with the same Moid on the same region gives the same answer.  Traces at levels 6 and 7. */
 SWCT_API SwctQueueStatisticsHistoricalMoid*
 Swct_QueueStatisticsHistorical15mMoidIterator(const SwctQueueStatisticsHistoricalMoid* pMoidPrevious) SWCT_NOEXCEPT;
 

@@ -12,6 +12,8 @@ typedef struct SwctServicePriorityRegeneration {
     uint32_t dwRegeneratedPriority; /* 1 to 8 */
 } SWCT_PACKED SwctServicePriorityRegeneration;
 SWCT_ASSERT_SIZE(SwctServicePriorityRegeneration, 8);
+SWCT_ASSERT_AT(SwctServicePriorityRegeneration, dwPriority, 0);
+SWCT_ASSERT_AT(SwctServicePriorityRegeneration, dwRegeneratedPriority, 4);
 
 /* Whether the PEP exists and the priority is 1 to 8. */
 SWCT_API uint32_t Swct_DoesServicePriorityRegenerationExist(SwctServicePriorityRegenerationMoid sMoid) SWCT_NOEXCEPT;
@@ -34,8 +36,9 @@ SWCT_API void Swct_ReadServicePriorityRegeneration(SwctServicePriorityRegenerati
                                                    SwctServicePriorityRegeneration* pRecord) SWCT_NOEXCEPT;
 /* Zeroes the field, which then reads as priority 1. */
 SWCT_API void Swct_DeleteServicePriorityRegeneration(SwctServicePriorityRegenerationMoid sMoid) SWCT_NOEXCEPT;
-/* All eight entries of a PEP: the identity mapping, and back to zero fields. */
+/* Gives all eight entries of a PEP the identity mapping. */
 SWCT_API void Swct_CreateServicePriorityRegenerationChildren(SwctProviderEdgePortMoid sMoidPep) SWCT_NOEXCEPT;
+/* Zeroes all eight fields of a PEP. */
 SWCT_API void Swct_DeleteServicePriorityRegenerationChildren(SwctProviderEdgePortMoid sMoidPep) SWCT_NOEXCEPT;
 /* The regenerated priority on the PEP of an S-VID; 0 and error 2 when there is no PEP or no such priority. */
 SWCT_API uint32_t Swct_GetServicePriority(uint8_t bSlot, uint8_t bPort, uint16_t wSvid, uint32_t dwPriority)

@@ -99,8 +99,9 @@ SWCT_API void Swct_Switch__SetLagSystemPriority(uint16_t wPriority) SWCT_NOEXCEP
 SWCT_API void Swct_Switch__SetGLagDistribution(uint32_t dwDistribution) SWCT_NOEXCEPT;
 /* Keeps the first 80 characters; the rest of the field becomes zero. */
 SWCT_API void Swct_Switch__SetBridgeName(const char* pName) SWCT_NOEXCEPT;
-/* Both trace the whole value at level 4; the low 16 and the low 8 bits are stored. */
+/* Traces the whole value at level 4 and stores its low 16 bits. */
 SWCT_API void Swct_Switch_SetUnicastForwardingTableMaxSize(uint32_t dwValue) SWCT_NOEXCEPT;
+/* Traces the whole value at level 4 and stores its low 8 bits. */
 SWCT_API void Swct_Switch_SetStaticUnicastForwardingMaxEntries(uint32_t dwValue) SWCT_NOEXCEPT;
 /* Stores the node's present time. */
 SWCT_API void Swct_Switch_SetSwitchUpTime(void) SWCT_NOEXCEPT;

@@ -9,7 +9,8 @@
  *    Swct_Init.  Functions read through the read view and change through the write view.
  *  - Nothing is locked.  There is one writer; a reader may see a table in the middle of a change.
  *  - Pointers into the region stay valid until the process ends.  What they point at may change at any moment.
- *  - An iterator returns its own static buffer, which its next call overwrites; it may be passed straight back.
+ *  - An iterator returns its own static buffer, which its next call overwrites; it may be passed straight back. Passing
+ *    the pointer back is the fastest way; a Moid of four bytes may be copied and its copy passed at no cost.
  *    Neither iterators nor attaching may run in two threads of a process at once.
  */
 #ifndef SWCT_TYPES_H
@@ -93,6 +94,8 @@ typedef struct SwctPortMoid {
     uint8_t bPort;
 } SWCT_PACKED SwctPortMoid;
 SWCT_ASSERT_SIZE(SwctPortMoid, 4);
+SWCT_ASSERT_AT(SwctPortMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctPortMoid, bPort, 3);
 
 /* VLAN and VLAN-interface inner tag. */
 typedef struct SwctVlanMoid {
@@ -100,6 +103,7 @@ typedef struct SwctVlanMoid {
     uint16_t wVlanId;
 } SWCT_PACKED SwctVlanMoid;
 SWCT_ASSERT_SIZE(SwctVlanMoid, 4);
+SWCT_ASSERT_AT(SwctVlanMoid, wVlanId, 2);
 
 /* VLAN port; also the C-VLAN port key, with a C-VID as VLAN id. */
 typedef struct SwctVlanPortMoid {
@@ -109,6 +113,9 @@ typedef struct SwctVlanPortMoid {
     uint8_t bPort;
 } SWCT_PACKED SwctVlanPortMoid;
 SWCT_ASSERT_SIZE(SwctVlanPortMoid, 6);
+SWCT_ASSERT_AT(SwctVlanPortMoid, wVlanId, 2);
+SWCT_ASSERT_AT(SwctVlanPortMoid, bSlot, 4);
+SWCT_ASSERT_AT(SwctVlanPortMoid, bPort, 5);
 
 typedef struct SwctCVidRegistrationMoid {
     uint16_t wClassId;
@@ -117,6 +124,9 @@ typedef struct SwctCVidRegistrationMoid {
     uint16_t wCVid;
 } SWCT_PACKED SwctCVidRegistrationMoid;
 SWCT_ASSERT_SIZE(SwctCVidRegistrationMoid, 6);
+SWCT_ASSERT_AT(SwctCVidRegistrationMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctCVidRegistrationMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctCVidRegistrationMoid, wCVid, 4);
 
 typedef struct SwctVidTranslationMoid {
     uint16_t wClassId;
@@ -125,6 +135,9 @@ typedef struct SwctVidTranslationMoid {
     uint16_t wLocalVid;
 } SWCT_PACKED SwctVidTranslationMoid;
 SWCT_ASSERT_SIZE(SwctVidTranslationMoid, 6);
+SWCT_ASSERT_AT(SwctVidTranslationMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctVidTranslationMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctVidTranslationMoid, wLocalVid, 4);
 
 typedef struct SwctProviderEdgePortMoid {
     uint16_t wClassId;
@@ -133,6 +146,9 @@ typedef struct SwctProviderEdgePortMoid {
     uint16_t wPepIndex;
 } SWCT_PACKED SwctProviderEdgePortMoid;
 SWCT_ASSERT_SIZE(SwctProviderEdgePortMoid, 6);
+SWCT_ASSERT_AT(SwctProviderEdgePortMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctProviderEdgePortMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctProviderEdgePortMoid, wPepIndex, 4);
 
 typedef struct SwctServicePriorityRegenerationMoid {
     uint16_t wClassId;
@@ -142,6 +158,10 @@ typedef struct SwctServicePriorityRegenerationMoid {
     uint32_t dwPriority;
 } SWCT_PACKED SwctServicePriorityRegenerationMoid;
 SWCT_ASSERT_SIZE(SwctServicePriorityRegenerationMoid, 10);
+SWCT_ASSERT_AT(SwctServicePriorityRegenerationMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctServicePriorityRegenerationMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctServicePriorityRegenerationMoid, wPepIndex, 4);
+SWCT_ASSERT_AT(SwctServicePriorityRegenerationMoid, dwPriority, 6);
 
 typedef struct SwctQueueStatisticsMoid {
     uint16_t wClassId;
@@ -150,6 +170,9 @@ typedef struct SwctQueueStatisticsMoid {
     uint8_t bQueue;
 } SWCT_PACKED SwctQueueStatisticsMoid;
 SWCT_ASSERT_SIZE(SwctQueueStatisticsMoid, 5);
+SWCT_ASSERT_AT(SwctQueueStatisticsMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctQueueStatisticsMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctQueueStatisticsMoid, bQueue, 4);
 
 typedef struct SwctQueueStatisticsHistoricalMoid {
     uint16_t wClassId;
@@ -159,5 +182,9 @@ typedef struct SwctQueueStatisticsHistoricalMoid {
     uint8_t bIndex;
 } SWCT_PACKED SwctQueueStatisticsHistoricalMoid;
 SWCT_ASSERT_SIZE(SwctQueueStatisticsHistoricalMoid, 6);
+SWCT_ASSERT_AT(SwctQueueStatisticsHistoricalMoid, bSlot, 2);
+SWCT_ASSERT_AT(SwctQueueStatisticsHistoricalMoid, bPort, 3);
+SWCT_ASSERT_AT(SwctQueueStatisticsHistoricalMoid, bQueue, 4);
+SWCT_ASSERT_AT(SwctQueueStatisticsHistoricalMoid, bIndex, 5);
 
 #endif

@@ -33,7 +33,8 @@ typedef struct SwctVlanEntry {
 } SWCT_PACKED SwctVlanEntry;
 SWCT_ASSERT_SIZE(SwctVlanEntry, 222);
 
-/* Pointers to an entry and to the VLAN record in it, whether or not the VLAN exists. */
+/* The entry, whether or not the VLAN exists: Swct_GetVlanEntryRPtr in the read view, Swct_GetVlanEntryWPtr in the write
+ * view; and the VLAN record in it: Swct_GetVlanInfo and Swct_GetVlanWPtr. */
 SWCT_API const SwctVlanEntry* Swct_GetVlanEntryRPtr(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API SwctVlanEntry* Swct_GetVlanEntryWPtr(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API const SwctVlan* Swct_GetVlanInfo(uint16_t wVlanId) SWCT_NOEXCEPT; /* read view */
@@ -43,8 +44,9 @@ SWCT_API SwctVlan* Swct_GetVlanWPtr(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API uint32_t Swct_DoesVlanExist(uint16_t wVlanId) SWCT_NOEXCEPT;
 /* The low byte of dwVlanIf of an existing VLAN, else 0. */
 SWCT_API uint32_t Swct_DoesVlanIfExist(uint16_t wVlanId) SWCT_NOEXCEPT;
-/* The usage counter of an existing VLAN: whether it is not 0, and its value. */
+/* Whether the usage counter of an existing VLAN is not 0. */
 SWCT_API uint32_t Swct_DoesVlanHaveQinQPortsOrPeps(uint16_t wVlanId) SWCT_NOEXCEPT;
+/* The usage counter of an existing VLAN, else 0. */
 SWCT_API uint32_t Swct_GetVlanNbrOfQinQOrPep(uint16_t wVlanId) SWCT_NOEXCEPT;
 /* The number of VLANs created and not deleted. */
 SWCT_API uint16_t Swct_GetNbrOfPopulatedVlans(void) SWCT_NOEXCEPT;
@@ -66,8 +68,9 @@ SWCT_API void Swct_InitVlan(uint16_t wVlanId) SWCT_NOEXCEPT;
 SWCT_API void Swct_DeleteVlan(uint16_t wVlanId) SWCT_NOEXCEPT;
 /* Stores the three parameters, the layer-3 interface flag and the name, whether or not the VLAN exists. */
 SWCT_API void Swct_UpdateVlan(SwctVlanMoid sMoid, const SwctVlan* pVlan) SWCT_NOEXCEPT;
-/* The usage counter of an existing VLAN.  Decrementing 0 is reported (error 0) and leaves 0. */
+/* Adds 1 to the usage counter of an existing VLAN. */
 SWCT_API void Swct_IncrementVlanNbrOfQinQOrPep(uint16_t wVlanId) SWCT_NOEXCEPT;
+/* Takes 1 from it; at 0 it stays there, which is reported (error 0). */
 SWCT_API void Swct_DecrementVlanNbrOfQinQOrPep(uint16_t wVlanId) SWCT_NOEXCEPT;
 
 #endif

@@ -17,24 +17,33 @@ typedef struct SwctVlanPortAttributes {
     uint32_t dwMembership; /* SWCT_MEMBERSHIP_* */
 } SWCT_PACKED SwctVlanPortAttributes;
 SWCT_ASSERT_SIZE(SwctVlanPortAttributes, 10);
+SWCT_ASSERT_AT(SwctVlanPortAttributes, bSlot, 0);
+SWCT_ASSERT_AT(SwctVlanPortAttributes, bPort, 1);
+SWCT_ASSERT_AT(SwctVlanPortAttributes, dwStatus, 2);
+SWCT_ASSERT_AT(SwctVlanPortAttributes, dwMembership, 6);
 
 typedef struct SwctPortListEntry {
     uint8_t bSlot;
     uint8_t bPort;
     uint8_t bSpare;
 } SWCT_PACKED SwctPortListEntry;
+SWCT_ASSERT_SIZE(SwctPortListEntry, 3);
+SWCT_ASSERT_AT(SwctPortListEntry, bSlot, 0);
+SWCT_ASSERT_AT(SwctPortListEntry, bPort, 1);
 
 typedef struct SwctPortList {
     uint8_t bNbrOfPorts;
     SwctPortListEntry asPort[SWCT_SLOT_MAX * SWCT_PORT_MAX];
 } SWCT_PACKED SwctPortList;
 SWCT_ASSERT_SIZE(SwctPortList, 46);
+SWCT_ASSERT_AT(SwctPortList, asPort, 1);
 
 typedef struct SwctVlanIdList {
     uint16_t awVlanId[4094]; /* ascending */
     uint16_t wNbrOfVlanIds;
 } SWCT_PACKED SwctVlanIdList;
 SWCT_ASSERT_SIZE(SwctVlanIdList, 8190);
+SWCT_ASSERT_AT(SwctVlanIdList, wNbrOfVlanIds, 8188);
 
 /* One membership value, whether or not the VLAN exists.  Keys: VLAN 1 to 4095, slot 1 to 3, port 1 to 5. */
 SWCT_API const SwctMembership* Swct_GetVlanPortRPtr(uint16_t wVlanId, uint8_t bSlot, uint8_t bPort) SWCT_NOEXCEPT;
