@@ -332,7 +332,8 @@ private:
             }
         }
         uint16_t wLowest = SWCT_PB_VID_MAX + 1;
-        for (const uint16_t wFirst : sCep.awFirstCVidInPep) {
+        for (unsigned i = 0; i < SWCT_PEP_MAX; ++i) { // the iterator of a range loop would forget the alignment
+            const uint16_t wFirst = sCep.awFirstCVidInPep[i];
             wLowest = wFirst > wCVid ? std::min(wLowest, wFirst) : wLowest;
         }
         return wLowest;
