@@ -71,6 +71,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
         auto sVlan = Filled<SwctVlan>(variant);
         sVlan.wVlanId = wVlanId;
         sVlan.dwRowState = 1;
+        sVlan.dwVlanIf = variant == 0 ? 1 : 0;
         Add(requests, SwctVlanRecord{{205, wVlanId}, sVlan});
     });
     begin(469);
@@ -120,6 +121,7 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
             auto sRecord = Filled<SwctVidTranslation>(variant);
             sRecord.wLocalVid = wLocalVid;
             sRecord.wRelayVid = static_cast<uint16_t>(wBase + wLocalVid);
+            sRecord.dwStatus = variant == 0 ? 3 : 2; // of a port with settings, and without
             Add(requests, SwctVidTranslationRecord{{437, bSlot, bPort, wLocalVid}, sRecord});
         }
     });
