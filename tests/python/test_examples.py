@@ -54,7 +54,8 @@ def test_snmp_shows_the_vlans(node: piovios.Node, snmpd: str) -> None:
     expected = {}
     for vlan in command("show", "vlans", "--json")["vlans"]:
         name = vlan["name"].encode().hex(" ").upper()
-        values = {1: name, 2: ports(vlan["tagged"], vlan["untagged"]), 4: ports(vlan["untagged"]), 5: "1"}
+        tagged, untagged = (vlan.get("members", {}).get(kind, []) for kind in ("tagged", "untagged"))
+        values = {1: name, 2: ports(tagged, untagged), 4: ports(untagged), 5: "1"}
         expected.update({(column, vlan["id"]): text for column, text in values.items()})
     assert len(expected) == 84 and seen == expected
     assert "No Such Instance" in ask("snmpget", snmpd, f"{TABLE}.1.999")
