@@ -31,14 +31,10 @@ def escape(text):
 def operations():
     """Of each operation: the half that defines it, and its trace points."""
     half, traces = {}, {}
-    ring = (LIBRARY / "region/history_ring.h").read_text()
-    names = dict(re.findall(r'(k\w+)\[\] = "(Swct_\w+)" #part(?: "(?:\w+)")?;', ring))
-    names = {k: re.search(rf'{k}\[\] = ([^;]*);', ring)[1] for k in names}
-    names = {k: "".join(re.findall(r'"([^"]*)"|#(part)', v)[i][0] or "@" for i in range(len(re.findall(r'"[^"]*"|#part', v))))
-             for k, v in names.items()}
-    for source in sorted(LIBRARY.glob("*/*.cpp")):
+    for source in [*sorted(LIBRARY.glob("region/*.h")), *sorted(LIBRARY.glob("*/*.cpp"))]:
         current = None
         text = re.sub(r"\n[ \t]+", " ", source.read_text())  # a body becomes one line
+        names = dict(re.findall(r'const auto& (k\w+) = kText<Ring, "(Swct_\w+)">', text))
         for line in text.split("\n"):
             head = re.match(r"\w.*?\b(Swct_\w+)\(", line)
             current = head[1] if head else current if line.startswith("{") else None
@@ -47,17 +43,21 @@ def operations():
             if "AnyView()" in line:
                 half[current] = "any"
             for kind, arguments in re.findall(r"SWCT_(ERROR|DEBUG)(?:_EHSL|_AS)?\((.*?)\);", line):
-                as_name = re.match(r"Ring::(k\w+), |Access<Ring>::kName, ", arguments)
-                owners = [current] if not as_name else [names[as_name[1]]] if as_name[1] else [
-                    names["kGetRPtr"], names["kGetWPtr"], names["kGetWData"]]
-                level = arguments[as_name.end() if as_name else 0:].split(",")[0].strip()
-                text = re.search(r'"(.*?)(?:\\n)?"', arguments)
+                arguments = re.sub(r'\(?kText<Ring, ("(?:[^"]|" ")*")>\)?', lambda m: m[1].replace('" "', ""), arguments)
+                as_name = re.match(r'"(Swct_\w+)", |(kName), |(kAccessorName)<Ring>\[kAccessor\], ', arguments)
+                owners = [current]
+                if as_name:
+                    accessors = [f"Swct_GetQueueStatisticsHistorical15m{part}" for part in ("RPtr", "WPtr", "WData")]
+                    owners = [as_name[1]] if as_name[1] else [names["kName"]] if as_name[2] else accessors
+                    arguments = arguments[as_name.end():]
+                level = arguments.split(",")[0].strip()
+                text_of = re.search(r'"(.*?)(?:\\n)?"', arguments)
                 point = f"{'error' if kind == 'ERROR' else 'debug level'} {ERROR_CODES.get(level, level)}"
-                point += f" <tt>{escape(text[1].strip())}</tt>" if text else " (no view)" if level == "kErrorNoView" else ""
+                point += f" <tt>{escape(text_of[1].strip())}</tt>" if text_of else " (no view)" if level == "kErrorNoView" else ""
                 for owner in filter(None, owners):
-                    for name in {owner.replace("@", "15m"), owner.replace("@", "24h")}:
-                        name = re.sub(r"^(Swct_[SG]etConfig)_\w+", r"\1", name)
-                        traces.setdefault(name, []).append(point)
+                    for family in ("15m", "24h"):
+                        name = re.sub(r"^(Swct_[SG]etConfig)_\w+", r"\1", owner.replace("15m", family))
+                        traces.setdefault(name, []).append(point.replace("15m", family))
     return half, traces
 
 

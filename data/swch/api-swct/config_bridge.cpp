@@ -208,7 +208,8 @@ void Swct_SetConfig_QinQPort(SwctData& sData, const void* pCdbmRecords) noexcept
     NewUsers<32> sUsers(sData);
     Merge sMerge([&sData](unsigned first, unsigned end) {
         for (unsigned port = first; port < end; ++port) {
-            Clear(QinQPort(&sData, SlotOf(port), PortOf(port)));
+            static constexpr SwctQinQPort kNone{};
+            CopyParts<0, 4, 2, 4, 1, 8>(QinQPort(&sData, SlotOf(port), PortOf(port)), &kNone);
         }
     });
     for (const SwctQinQPortRecord& sRecord : Request<SwctQinQPortRecord>(pCdbmRecords)) {
@@ -280,7 +281,7 @@ public:
         } else {
             if (wCVid >= sRun.wWatched) [[unlikely]] {
                 sRun.wWatched =
-                    Reach({*sRun.pCep, sSummaries, sRun.boInOrder ? &sRecord : nullptr}, sRun.wNext, wCVid, wSvid);
+                    Reach({*sRun.pCep, sSummaries, sRun.boInOrder ? &sRecord : nullptr, 0}, sRun.wNext, wCVid, wSvid);
             }
             ClearKeys(sRun.pCep->aCVidRegistration, sRun.wNext, wCVid);
             sRun.wNext = static_cast<uint16_t>(wCVid + 1);
@@ -298,7 +299,7 @@ public:
     void Close(Run sRun) noexcept
     {
         if (sRun.boIsFresh) {
-            Reach({*sRun.pCep, sSummaries, nullptr}, sRun.wNext, SWCT_PB_VID_MAX + 1, 0);
+            Reach({*sRun.pCep, sSummaries, nullptr, 0}, sRun.wNext, SWCT_PB_VID_MAX + 1, 0);
             ClearKeys(sRun.pCep->aCVidRegistration, sRun.wNext, SWCT_PB_VID_MAX + 1);
             StoreArray(sRun.pCep->awNbrOfCVidInPep, sSummaries.awNbrOfCVidInPep);
             StoreArray(sRun.pCep->awFirstCVidInPep, sSummaries.awFirstCVidInPep);
@@ -317,6 +318,7 @@ private:
         SwctCepData& sCep;
         const Summaries& sSummaries; // of what has been stored
         const Record* pComing;       // where the request goes on; null when it is not in key order, or has ended
+        uint32_t dwReplacing;        // PEPs whose lowest C-VID is being replaced, a bit each
     };
 
     // A record of 'wCVid' comes, registrations from 'wFrom' on go, and a PEP's lowest C-VID may be among them.  Gives
@@ -340,29 +342,31 @@ private:
     }
 
     // A PEP's lowest C-VID leaves its S-VID: the next lowest takes its place, one that has been stored already, or one
-    // that is still coming, whose record is stored for that now (and may be the lowest of another PEP in its turn).  In
-    // a request in key order every PEP comes here once for a port.
+    // that is still coming, whose record is stored for that now (and may be the lowest of another PEP in its turn;
+    // where that goes round, one of them is late).  In a request in key order every PEP comes here once for a port.
     static void Replace(Standing sStanding, uint16_t wCVid) noexcept
     {
         SwctCepData& sCep = sStanding.sCep;
         const uint16_t wSvid = ReadOnce<uint16_t>(sCep.aCVidRegistration[wCVid - 1].wSvid);
         const uint16_t wPepIndex = PepIndexOfSvid(sCep, wSvid);
-        if (wPepIndex == 0 || sCep.awFirstCVidInPep[wPepIndex - 1] != wCVid) {
+        if (wPepIndex == 0 || sCep.awFirstCVidInPep[wPepIndex - 1] != wCVid ||
+            (sStanding.dwReplacing >> wPepIndex & 1U) != 0) {
             return;
         }
+        sStanding.dwReplacing |= 1U << wPepIndex;
         uint16_t wFirst = sStanding.sSummaries.awFirstCVidInPep[wPepIndex - 1];
-        uint16_t wBefore = wCVid;
+        uint16_t wBefore = 0;
         for (const Record* pComing = sStanding.pComing; wFirst == 0 && pComing != nullptr; ++pComing) {
             if (IsTerminator(pComing->sMoid) || pComing->sMoid.bSlot != sStanding.pComing->sMoid.bSlot ||
                 pComing->sMoid.bPort != sStanding.pComing->sMoid.bPort) {
                 break;
             }
             const uint16_t wComing = ReadOnce<uint16_t>(pComing->sMoid.wCVid);
-            if (wComing < wBefore || !IsPbVid(wComing)) {
+            if (wComing <= wBefore || !IsPbVid(wComing)) {
                 break;
             }
-            if (pComing->sBody.wSvid == wSvid && wComing > wBefore) {
-                Replace({sCep, sStanding.sSummaries, pComing}, wComing);
+            if (pComing->sBody.wSvid == wSvid && wComing != wCVid) {
+                Replace(sStanding, wComing);
                 CopyParts<0, 16, 1>(&sCep.aCVidRegistration[wComing - 1], &pComing->sBody);
                 wFirst = wComing;
             }

@@ -76,7 +76,8 @@ void Swct_SetConfig_SwitchPort(SwctData& sData, const void* pCdbmRecords) noexce
 {
     Merge sMerge([&sData](unsigned first, unsigned end) {
         for (unsigned port = first; port < end; ++port) {
-            Clear(SwitchPort(&sData, SlotOf(port), PortOf(port)));
+            static constexpr SwctSwitchPort kNone{};
+            CopyParts<0, 2, 16, 6, 4>(SwitchPort(&sData, SlotOf(port), PortOf(port)), &kNone);
         }
     });
     for (const SwctSwitchPortRecord& sRecord : Request<SwctSwitchPortRecord>(pCdbmRecords)) {
