@@ -1,5 +1,5 @@
 // The exchange with the CDBM: which class, which handlers.  The classes themselves are in config_switch.cpp,
-// config_vlan.cpp and config_bridge.cpp.
+// config_vlan.cpp, config_registration.cpp and config_edge.cpp.
 #include "swct/config.h"
 
 #include "config_exchange.h"
@@ -19,7 +19,7 @@ const ConfigClass* FindIn(uint16_t wClass, const ConfigClass (&... aGroup)[kSize
 
 const ConfigClass* FindClass(uint16_t wClass) noexcept
 {
-    return FindIn(wClass, kSwitchClasses, kVlanClasses, kBridgeClasses);
+    return FindIn(wClass, kSwitchClasses, kVlanClasses, kRegistrationClasses, kEdgeClasses);
 }
 
 constexpr char kNullPointer[] = "Called with a null pointer.";

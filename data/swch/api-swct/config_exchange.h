@@ -18,7 +18,8 @@ struct ConfigClass {
 
 extern const ConfigClass kSwitchClasses[3];
 extern const ConfigClass kVlanClasses[3];
-extern const ConfigClass kBridgeClasses[6];
+extern const ConfigClass kRegistrationClasses[3];
+extern const ConfigClass kEdgeClasses[3];
 
 // The records of a request, for a range-based loop.
 template <class Record>

@@ -10,8 +10,8 @@
 extern "C" {
 #endif
 
-/* Non-zero when a module in this mode has Ethernet data ports.  The answer may be a byte, a bool or a word: callers look
- * at its low byte. */
+/* Non-zero when a module in this mode has Ethernet data ports.  The answer may be a byte, a bool or a word: callers
+ * look at its low byte. */
 PLATFORM_API uint8_t Modd__ModeHasDataPorts(uint32_t dwMode);
 
 #ifdef __cplusplus
