@@ -245,8 +245,8 @@ TEST_P(HitlessTest, EveryFieldIsOldOrNew)
     kill(iWriter, SIGKILL);
     waitpid(iWriter, nullptr, 0);
     EXPECT_EQ(faults, 0U);
-    std::printf("class %u: %.1f million reads of %zu fields\n", wClass, static_cast<double>(reads) / 1e6,
-                fields.size());
+    std::printf("| class %u pushed | %.1f million reads of %zu fields, each old or new |\n", wClass,
+                static_cast<double>(reads) / 1e6, fields.size());
 }
 
 INSTANTIATE_TEST_SUITE_P(Classes, HitlessTest, testing::Values(177, 205, 206, 369, 437, 469, 514, 538),

@@ -20,20 +20,15 @@ using RegistrationTest = BridgeTest;
 
 TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
 {
-    using Filter = uint32_t (*)(const SwctPortMoid*, const SwctPortMoid*);
     struct Settings {
         uint8_t bType;
         uint32_t (*exists)(SwctPortMoid);
         SwctPortMoid* (*next)(const SwctPortMoid*);
-        Filter passes;
     };
     constexpr Settings kSettings[] = {
-        {1, Swct_DoesProviderNetworkPortSettingsExist, Swct_ProviderNetworkPortSettingsMoidIterator,
-         Swct_ProviderNetworkPortSettingsMoidFilter},
-        {2, Swct_DoesCustomerNetworkPortSettingsExist, Swct_CustomerNetworkPortSettingsMoidIterator,
-         Swct_CustomerNetworkPortSettingsMoidFilter},
-        {3, Swct_DoesCustomerEdgePortSettingsExist, Swct_CustomerEdgePortSettingsMoidIterator,
-         Swct_CustomerEdgePortSettingsMoidFilter},
+        {1, Swct_DoesProviderNetworkPortSettingsExist, Swct_ProviderNetworkPortSettingsMoidIterator},
+        {2, Swct_DoesCustomerNetworkPortSettingsExist, Swct_CustomerNetworkPortSettingsMoidIterator},
+        {3, Swct_DoesCustomerEdgePortSettingsExist, Swct_CustomerEdgePortSettingsMoidIterator},
     };
     for (uint8_t bSlot = 1; bSlot <= 3; ++bSlot) {
         for (uint8_t bPort = 1; bPort <= 4; ++bPort) {
@@ -41,7 +36,6 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
         }
         Swct_SwitchPort_SetPbPortType(bSlot, 5, bSlot); // a type, but no switch port
     }
-    constexpr SwctPortMoid kMoid{1, 2, 3};
     for (const Settings& settings : kSettings) {
         const std::string port = std::to_string(settings.bType);
         Swct_Switch_SetSwitchMode(1);
@@ -52,15 +46,6 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
         Swct_Switch_SetSwitchMode(2);
         EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}), IsEmpty());
         EXPECT_EQ(settings.next(nullptr), nullptr);
-        for (const Filter passes : {settings.passes, Filter{Swct_DefaultCVidRegistrationMoidFilter}}) {
-            for (const SwctPortMoid& sFilter : {SwctPortMoid{9, 0, 0}, {1, 2, 0}, {1, 0, 3}, {1, 2, 3}}) {
-                EXPECT_EQ(passes(&kMoid, &sFilter), 1U) << Text(&sFilter);
-            }
-            for (const SwctPortMoid& sFilter : {SwctPortMoid{1, 1, 3}, {1, 2, 4}, {1, 1, 0}, {1, 0, 4}}) {
-                EXPECT_EQ(passes(&kMoid, &sFilter), 0U) << Text(&sFilter);
-            }
-            EXPECT_EQ(passes(&kMoid, nullptr) + passes(nullptr, &kMoid), 0U);
-        }
     }
 }
 
@@ -136,13 +121,6 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
     Register(1, 1, kKey, kKey);
     Register(1, 1, kKey + 1, kKey);
     SetDefault(1, 1, 6);
-    const std::string before = Region();
-    Swct_CreateCVidRegistration(Moid(1, 1, 6), nullptr);
-    Swct_WriteCVidRegistration(Moid(1, 1, kKey), nullptr);
-    Swct_WriteDefaultCVidRegistration(DefaultMoid(1, 1), nullptr);
-    Swct_ReadCVidRegistration(Moid(1, 1, kKey), nullptr);
-    Swct_ReadDefaultCVidRegistration(DefaultMoid(1, 1), nullptr);
-    EXPECT_TRUE(Region() == before);
     CheckChanges({CHANGE(kExisting, Swct_CreateCVidRegistration(Moid(bSlot, bPort, wKey), &kRecord)),
                   CHANGE(kExisting, Swct_WriteCVidRegistration(Moid(bSlot, bPort, wKey), &kRecord)),
                   CHANGE(kExisting, Swct_DeleteCVidRegistration(Moid(bSlot, bPort, wKey))),
@@ -152,7 +130,6 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
                   CHANGE_PORT(kExisting, Swct_WriteDefaultCVidRegistration(DefaultMoid(bSlot, bPort), &kDefault)),
                   CHANGE_PORT(kExisting, Swct_DeleteDefaultCVidRegistration(DefaultMoid(bSlot, bPort)))},
                  1, 1);
-    Swct_CdbmOpen();
     using Registration = SwctCVidRegistration;
     CheckQuestions(
         {ASK_PORT(kNothing, 0, Swct_GetPbDataRPtr(bSlot, bPort) != nullptr),
@@ -219,9 +196,6 @@ TEST_F(RegistrationTest, IteratorGoesByPortThenCVid)
         EXPECT_EQ(Text(Swct_CVidRegistrationMoidIterator(&sPrevious)), pNext) << Text(&sPrevious);
     }
     EXPECT_EQ(Swct_CVidRegistrationMoidIterator(nullptr), nullptr);
-    const SwctCVidRegistrationMoid sMoid = Moid(1, 2, 3), sOther = Moid(0, 0, 4), sAny = Moid(1, 0, 0);
-    EXPECT_EQ(Swct_CVidRegistrationMoidFilter(&sMoid, &sAny), 1U);
-    EXPECT_EQ(Swct_CVidRegistrationMoidFilter(&sMoid, &sOther) + Swct_CVidRegistrationMoidFilter(nullptr, &sAny), 0U);
     EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, 10}), 1U);
     EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, 0}) + Swct_DoesVlanHaveCVidRegistrations({0, 11}), 0U);
 }

@@ -93,14 +93,6 @@ TEST_F(LifecycleTest, InitTracesFromLevel4On)
                           "Set global Max number of static entries:64\n")));
 }
 
-TEST_F(LifecycleTest, NothingIsPrintedWhenErrorTracingIsOff)
-{
-    Standin__SetErrorTracing(0);
-    thePlatform.SetShm(true, false);
-    Swct_Open();
-    EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
-}
-
 // A fresh region, written down byte by byte from the defaults.
 void Put(std::vector<uint8_t>& image, std::size_t offset, std::size_t width, uint32_t value)
 {

@@ -13,12 +13,12 @@
 #include <cstring>
 #include <malloc.h>
 #include <pthread.h>
-#include <random>
 #include <string_view>
+#include <type_traits>
 #include <vector>
 
-#include "operations.h"
 #include "region/views.h"
+#include "support/ask.h"
 #include "support/platform.h"
 #include "support/two_configurations.h"
 
@@ -77,29 +77,25 @@ protected:
     }
 
     // The same questions with the same arguments each time.
-    static uint64_t Ask(const Operation& sOperation, const SwctData* pRead, SwctData* pWrite)
+    static uint64_t AskThrough(const Operation& sOperation, const SwctData* pRead, SwctData* pWrite)
     {
         pSwctRead = pRead;
         pSwctWrite = pWrite;
         std::minstd_rand random(4711); // NOLINT(cert-msc32-c,cert-msc51-cpp)
         Digest sDigest;
-        uint8_t abInput[64];
         for (int i = 0; i < 100; ++i) {
-            for (uint8_t& bByte : abInput) {
-                bByte = static_cast<uint8_t>(random() >> 8);
-            }
-            Input sInput(abInput, sizeof abInput);
-            sOperation.pCall(sInput, sDigest);
+            Ask(sOperation, random, sDigest);
         }
         return sDigest.qwValue;
     }
 
     template <class Act>
-    static void ForEachQuestion(Act act)
+    static void ForEach(OperationKind eKind, Act act)
     {
         const OperationList sList = Operations();
         for (std::size_t i = 0; i < sList.nbrOfOperations; ++i) {
-            if (sList.pFirst[i].eKind == OperationKind::ask) {
+            if (sList.pFirst[i].eKind == eKind) {
+                SCOPED_TRACE(sList.pFirst[i].pName);
                 act(sList.pFirst[i]);
             }
         }
@@ -126,14 +122,13 @@ bool AsksAnyView(std::string_view name)
 
 TEST_F(OperationsTest, EveryQuestionGoesThroughItsView)
 {
-    ForEachQuestion([this](const Operation& sOperation) {
-        SCOPED_TRACE(sOperation.pName);
-        const uint64_t none = Ask(sOperation, nullptr, nullptr);
-        const uint64_t reader = Ask(sOperation, pOne, nullptr);
-        const uint64_t both = Ask(sOperation, pOne, pOther);
-        const uint64_t writer = Ask(sOperation, nullptr, pOther);
+    ForEach(OperationKind::ask, [this](const Operation& sOperation) {
+        const uint64_t none = AskThrough(sOperation, nullptr, nullptr);
+        const uint64_t reader = AskThrough(sOperation, pOne, nullptr);
+        const uint64_t both = AskThrough(sOperation, pOne, pOther);
+        const uint64_t writer = AskThrough(sOperation, nullptr, pOther);
         if (AsksAnyView(sOperation.pName)) {
-            EXPECT_EQ(both, Ask(sOperation, pOther, nullptr));
+            EXPECT_EQ(both, AskThrough(sOperation, pOther, nullptr));
             EXPECT_EQ(writer, both);
         } else if (IsAboutWriting(sOperation.pName)) {
             EXPECT_EQ(reader, none);
@@ -145,24 +140,46 @@ TEST_F(OperationsTest, EveryQuestionGoesThroughItsView)
     });
 }
 
-// A thread with little stack, and no system call allowed: whatever the region holds, a question only computes.
-void* AskAll(void* pArgument)
+// What attached for reading faults where it stores.
+TEST_F(OperationsTest, ChangesNeedAWriteViewAndTakeAnyArgument)
 {
-    std::minstd_rand random(*static_cast<unsigned*>(pArgument));
-    const OperationList sList = Operations();
-    uint8_t abInput[64];
-    Digest sDigest;
-    for (int i = 0; i < 20000; ++i) {
-        for (uint8_t& bByte : abInput) {
-            bByte = static_cast<uint8_t>(random() >> 8);
-        }
-        const Operation& sOperation = sList.pFirst[random() % sList.nbrOfOperations];
-        if (sOperation.eKind == OperationKind::ask) {
-            Input sInput(abInput, sizeof abInput);
-            sOperation.pCall(sInput, sDigest);
-        }
+    Standin__SetErrorTracing(0);
+    std::memcpy(sOther.pWritable, pOne, sizeof(SwctData));
+    ForEach(OperationKind::change, [this](const Operation& sOperation) {
+        AskThrough(sOperation, static_cast<const SwctData*>(thePlatform.pReadable), nullptr);
+        ASSERT_EQ(std::memcmp(pOther, pOne, sizeof(SwctData)), 0);
+    });
+    ForEach(OperationKind::change, [this](const Operation& sOperation) { AskThrough(sOperation, pOne, pOne); });
+}
+
+// A key of zero matches all; the class does not count.
+template <class Moid>
+void ExpectFilters(uint32_t (*passes)(const Moid*, const Moid*), std::type_identity_t<Moid> sMoid)
+{
+    EXPECT_EQ(passes(nullptr, &sMoid) + passes(&sMoid, nullptr), 0U);
+    for (std::size_t i = 0; i < sizeof(Moid); ++i) {
+        Moid sAny = sMoid, sOther = sMoid, sAlone{};
+        reinterpret_cast<uint8_t*>(&sAny)[i] = 0;
+        reinterpret_cast<uint8_t*>(&sOther)[i] ^= 0x80;
+        reinterpret_cast<uint8_t*>(&sAlone)[i] = reinterpret_cast<uint8_t*>(&sMoid)[i];
+        EXPECT_EQ(passes(&sMoid, &sAny) + passes(&sMoid, &sAlone), 2U) << sMoid.wClassId << ", byte " << i;
+        EXPECT_EQ(passes(&sMoid, &sOther), i < 2 ? 1U : 0U) << sMoid.wClassId << ", byte " << i;
     }
-    return nullptr;
+}
+
+TEST(FilterTest, ZeroKeysMatchAllAndTheClassDoesNotCount)
+{
+    ExpectFilters(Swct_ProviderNetworkPortSettingsMoidFilter, {1, 2, 3});
+    ExpectFilters(Swct_CustomerNetworkPortSettingsMoidFilter, {2, 2, 3});
+    ExpectFilters(Swct_CustomerEdgePortSettingsMoidFilter, {3, 2, 3});
+    ExpectFilters(Swct_DefaultCVidRegistrationMoidFilter, {538, 2, 3});
+    ExpectFilters(Swct_CVidRegistrationMoidFilter, {369, 1, 2, 3});
+    ExpectFilters(Swct_VidTranslationMoidFilter, {437, 1, 2, 3});
+    ExpectFilters(Swct_ProviderEdgePortMoidFilter, {469, 1, 2, 3});
+    ExpectFilters(Swct_ServicePriorityRegenerationMoidFilter, {427, 1, 2, 3, 4});
+    ExpectFilters(Swct_DoesVlanMoidPassFilter, {205, 7});
+    ExpectFilters(Swct_DoesVlanPortMoidPassFilter, {206, 7, 1, 2});
+    ExpectFilters(Swct_DoesQueueStatisticsMoidPassFilter, {622, 1, 2, 3});
 }
 
 void ForbidSystemCalls()
@@ -179,13 +196,14 @@ void ForbidSystemCalls()
     }
 }
 
+// Runs in a thread with little stack.
 void* AskAllAndExit(void* pArgument)
 {
     if (!kSanitized) { // the sanitizers' own allocator calls the system
         ForbidSystemCalls();
     }
     isStrict = true;
-    AskAll(pArgument);
+    AskEverything(*static_cast<unsigned*>(pArgument), 20000); // whatever the region holds, a question only computes
     _exit(0);
 }
 

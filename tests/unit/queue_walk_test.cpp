@@ -20,20 +20,6 @@ std::string Next(uint8_t bSlot, uint8_t bPort, uint8_t bQueue)
     return pNext == nullptr ? "none" : Joined({pNext->wClassId, pNext->bSlot, pNext->bPort, pNext->bQueue});
 }
 
-TEST(QueueStatisticsTest, ThereAre120InOrder)
-{
-    thePlatform.Reset();
-    SwctQueueStatisticsMoid sStart{};
-    const SwctQueueStatisticsMoid* pMoid = Swct_GetNextQueueStatistics(&sStart);
-    const SwctQueueStatisticsMoid* pBuffer = pMoid;
-    for (unsigned i = 0; i < 120; ++i, pMoid = Swct_GetNextQueueStatistics(pMoid)) {
-        ASSERT_EQ(pMoid, pBuffer);
-        EXPECT_EQ((pMoid->bSlot - 1U) * 40 + (pMoid->bPort - 1U) * 8 + pMoid->bQueue - 1U, i);
-    }
-    EXPECT_EQ(pMoid, nullptr);
-    EXPECT_EQ(Swct_GetNextQueueStatistics(nullptr), nullptr);
-}
-
 TEST(QueueStatisticsTest, AnyPreviousPositionHasItsSuccessor)
 {
     struct Case {
@@ -56,19 +42,6 @@ TEST(QueueStatisticsTest, AnyPreviousPositionHasItsSuccessor)
     Next(1, 1, 9);
     EXPECT_THAT(thePlatform.TakeTraces(),
                 ElementsAre(Debug(6, "Swct_GetNextQueueStatistics", "Swct_GetNextQueueStatistics Queue: 9 \n")));
-}
-
-TEST(QueueStatisticsTest, AFilterComparesTheKeysThatItNames)
-{
-    constexpr SwctQueueStatisticsMoid sMoid = {622, 2, 3, 5};
-    constexpr SwctQueueStatisticsMoid kPassing[] = {{0, 0, 0, 0}, {1, 2, 0, 5}, {0, 2, 3, 5}};
-    constexpr SwctQueueStatisticsMoid kFailing[] = {{622, 1, 3, 5}, {0, 0, 2, 0}, {0, 2, 3, 4}};
-    for (std::size_t i = 0; i < 3; ++i) {
-        EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, &kPassing[i]), 1U);
-        EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, &kFailing[i]), 0U);
-    }
-    EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(&sMoid, nullptr), 0U);
-    EXPECT_EQ(Swct_DoesQueueStatisticsMoidPassFilter(nullptr, &sMoid), 0U);
 }
 
 TEST(QueueStatisticsTest, SwitchPortStatisticsAreTheSwitchPorts)
@@ -312,33 +285,6 @@ TYPED_TEST(QueueWalkTest, EachStepIsThatOfAFreshCall)
         TypeParam::Write(1, 1, 1, bCurrent, &sRecord);
         TypeParam::Close(1, 1, 1, bCurrent, 0);
         EXPECT_EQ(Joined({sMoid.bSlot, sMoid.bPort, sMoid.bQueue}), "1/1/1");
-    }
-}
-
-TYPED_TEST(QueueWalkTest, WhateverChangesMeanwhileTheWalkEnds)
-{
-    std::mt19937 random(4711); // NOLINT(cert-msc32-c,cert-msc51-cpp): each run the same
-    const auto Byte = [&random](unsigned values) { return static_cast<uint8_t>(random() % values); };
-    auto* pBytes = reinterpret_cast<uint8_t*>(thePlatform.pRegion);
-    constexpr std::size_t kRings = 90 * TypeParam::kLength * std::size_t{74};
-    Standin__SetErrorTracing(0);
-    for (int round = 0; round < 100; ++round) {
-        this->Walk(
-            [&](const HistoryMoid& sMoid) {
-                for (int i = 0; i < 20; ++i) {
-                    pBytes[TypeParam::kOffset + random() % kRings] = Byte(3);
-                }
-                const uint8_t bPort = std::clamp<uint8_t>(sMoid.bPort, 1, 5);
-                if (auto* pRecord = TypeParam::GetWPtr(sMoid.bSlot, bPort, sMoid.bQueue, Byte(TypeParam::kLength))) {
-                    pRecord->boIsCurrentPeriod = Byte(2);
-                    pRecord->adwStamp[1] = Byte(2);
-                }
-                const uint8_t abList[STANDIN__LAG_LIST_SIZE] = {Byte(3), Byte(4), Byte(7)};
-                Standin__SetLagList(Byte(6), abList);
-                Standin__SetLag(Byte(6), 0, nullptr, 0);
-            },
-            this->MoidOf(Byte(4), Byte(7), Byte(10), Byte(255)));
-        Standin__SetSlotRange(Byte(5), 2);
     }
 }
 

@@ -8,11 +8,10 @@
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
-#include <random>
 #include <vector>
 
-#include "operations.h"
 #include "region/views.h"
+#include "support/ask.h"
 #include "support/platform.h"
 #include "support/two_configurations.h"
 
@@ -48,20 +47,7 @@ void Look()
         SwctCVidRegistration sRecord;
         lost += Swct_GetFirstCVidRegistrationForSVid(1, 1, wSvid, &sRecord) == 0 ? 1 : 0;
     }
-    std::minstd_rand random(stores + 1);
-    const OperationList sList = Operations();
-    Digest sDigest;
-    uint8_t abInput[64];
-    for (int i = 0; i < 200; ++i) {
-        for (uint8_t& bByte : abInput) {
-            bByte = static_cast<uint8_t>(random() >> 8);
-        }
-        const Operation& sOperation = sList.pFirst[random() % sList.nbrOfOperations];
-        if (sOperation.eKind == OperationKind::ask) {
-            Input sInput(abInput, sizeof abInput);
-            sOperation.pCall(sInput, sDigest);
-        }
-    }
+    AskEverything(stores + 1, 200);
     pSwctRead = pSwctWrite = static_cast<SwctData*>(sLeft.pWritable);
     Push(kBefore);
     unmended += std::memcmp(sLeft.pReadable, sImage.pReadable, sizeof(SwctData)) != 0 ? 1 : 0;

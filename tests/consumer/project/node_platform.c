@@ -1,4 +1,6 @@
 /* node_platform.c - the platform library of a node, as small as it can be: one process, its region in plain memory. */
+#pragma GCC diagnostic ignored "-Wunused-parameter"
+
 #include <platform/ethp.h>
 #include <platform/gt.h>
 #include <platform/modd.h>
@@ -15,13 +17,11 @@ static uint32_t boErrorTracing;
 
 void* Slib__CreateShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
 {
-    (void)pName, (void)dwMode;
     return pRegion != NULL ? pRegion : (pRegion = calloc(1, dwSize));
 }
 
 void* Slib__OpenShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
 {
-    (void)pName, (void)dwSize, (void)dwMode;
     return pRegion;
 }
 
@@ -33,39 +33,26 @@ uint32_t Slib__GetTime(void)
 void Slib__PrintErrorTrace(const void* pHandle, const char* pFunction, uint32_t dwModule, uint32_t dwCode,
                            const char* pFormat, ...)
 {
-    (void)pHandle, (void)pFunction, (void)dwModule, (void)dwCode, (void)pFormat;
 }
 
-void Slib__PrintDebugTrace(const void* pHandle, uint32_t dwLevel, const char* pFunction, const char* pFormat, ...)
-{
-    (void)pHandle, (void)dwLevel, (void)pFunction, (void)pFormat;
-}
+void Slib__PrintDebugTrace(const void* pHandle, uint32_t dwLevel, const char* pFunction, const char* pFormat, ...) {}
 
 void* Rtab__GetTrace(uint32_t dwModule)
 {
-    (void)dwModule;
     return &boErrorTracing;
 }
 
-void GT_beginImpl(const void* pHandle, uint32_t dwLevel, const GtTracePoint* pPoint)
-{
-    (void)pHandle, (void)dwLevel, (void)pPoint;
-}
+void GT_beginImpl(const void* pHandle, uint32_t dwLevel, const GtTracePoint* pPoint) {}
 
-void GT_endImpl(const void* pHandle)
-{
-    (void)pHandle;
-}
+void GT_endImpl(const void* pHandle) {}
 
 uint8_t Slot__GetFirstSlot(uint32_t dwKind, uint32_t dwArg)
 {
-    (void)dwKind, (void)dwArg;
     return 1;
 }
 
 uint8_t Slot__GetLastSlot(uint32_t dwKind, uint32_t dwArg)
 {
-    (void)dwKind, (void)dwArg;
     return 2;
 }
 
@@ -81,13 +68,10 @@ uint8_t Modd__ModeHasDataPorts(uint32_t dwMode)
 
 uint8_t Ethp__DoesLagExist(uint8_t bLag)
 {
-    (void)bLag;
     return 0;
 }
 
 uint32_t Ethp__LagGetLagPortList(uint8_t bLag, void* pList)
 {
-    (void)bLag;
-    (void)pList;
     return 0;
 }
