@@ -11,7 +11,6 @@ namespace {
 const Json kText = {{"type", "string"}};
 const Json kNumber = {{"type", "integer"}, {"minimum", 0}};
 const Json kYesNo = {{"type", "boolean"}};
-const Json kObject = {{"type", "object"}};
 const Json kNull = {{"type", "null"}};
 const Json kPortName = {{"$ref", "#/$defs/portName"}};
 const Json kVids = {{"$ref", "#/$defs/vids"}};
@@ -141,6 +140,55 @@ Json WatchDocuments()
                         event("restart", {{"upSince", kNumber}})});
 }
 
+// What a program computes with; the facts of the steps are as many as there are steps.
+Json ExplainDocument()
+{
+    Json exit = Exactly({{"port", kPortName},
+                         {"tagging", {{"enum", {"tagged", "untagged", "by-cvid", "other"}}}},
+                         {"vid", OrNull(kNumber)},
+                         {"innerVid", OrNull(kNumber)},
+                         {"pep", OrNull(kNumber)},
+                         {"member", kYesNo}});
+    exit["properties"]["cVids"] = kNumber;
+    const Json step = {{"type", "object"}, {"properties", {{"step", kText}}}, {"required", {"step"}}};
+    return Document("explain",
+                    {{"frame", Exactly({{"port", kPortName}, {"vid", OrNull(kNumber)}, {"innerVid", OrNull(kNumber)}})},
+                     {"verdict", {{"enum", {"carried", "dropped"}}}},
+                     {"droppedAt", OrNull(kText)},
+                     {"reason", OrNull(kText)},
+                     {"vlan", OrNull(kNumber)},
+                     {"members", ListOf(exit)},
+                     {"steps", ListOf(step)}});
+}
+
+Json HistoryDocument()
+{
+    const Json period = Exactly({{"period", {{"type", "integer"}, {"maximum", 0}}},
+                                 {"current", kYesNo},
+                                 {"missing", kYesNo},
+                                 {"suspect", OrNull(kYesNo)},
+                                 {"stamp", OrNull(ListOf(kNumber))},
+                                 {"time", OrNull(kNumber)},
+                                 {"counters", OrNull(ListOf(kNumber))},
+                                 {"ratesPerSecond", OrNull(ListOf({{"type", "number"}}))}});
+    const Json sum =
+        Exactly({{"periods", kNumber}, {"counters", ListOf(kNumber)}, {"wrapped", ListOf(kNumber)}});
+    return Document("history",
+                    {{"ring", {{"enum", {"15m", "24h"}}}},
+                     {"secondsOfPeriod", kNumber},
+                     {"counterNames", ListOf(OrNull(kText))},
+                     {"queues", ListOf(Exactly({{"queue", kText}, {"periods", ListOf(period)}, {"sum", sum}}))}});
+}
+
+Json MetricsDocument()
+{
+    const Json labels = {{"type", "object"}, {"additionalProperties", kText}};
+    const Json sample = Exactly({{"labels", labels}, {"value", kNumber}});
+    return Document("metrics", {{"metrics", ListOf(Exactly({{"name", kText},
+                                                            {"type", {{"enum", {"gauge", "counter"}}}},
+                                                            {"samples", ListOf(sample)}}))}});
+}
+
 Json OtherDocuments()
 {
     const Json error = Exactly({{"message", kText}, {"exitCode", kNumber}});
@@ -166,23 +214,15 @@ Json OtherDocuments()
          Document("diff",
                   {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(Difference()))}}),
          Document("check", {{"counts", counts}, {"findings", ListOf(finding)}}),
-         Document("status", {{"region", kObject},
-                             {"users", ListOf(Exactly({{"process", kNumber}, {"name", kText}, {"writes", kYesNo}}))},
-                             {"switch", Exactly({{"name", kText}, {"mode", kText}})},
-                             {"counts", {{"type", "object"}, {"additionalProperties", kNumber}}},
-                             {"findings", counts}}),
-         Document("explain", {{"frame", kObject},
-                              {"verdict", {{"enum", {"carried", "dropped"}}}},
-                              {"droppedAt", OrNull(kText)},
-                              {"reason", OrNull(kText)},
-                              {"vlan", OrNull(kNumber)},
-                              {"members", ListOf(kObject)},
-                              {"steps", ListOf(kObject)}}),
-         Document("history",
-                  {{"ring", {{"enum", {"15m", "24h"}}}},
-                   {"secondsOfPeriod", kNumber},
-                   {"counterNames", ListOf(OrNull(kText))},
-                   {"queues", ListOf(Exactly({{"queue", kText}, {"periods", ListOf(kObject)}, {"sum", kObject}}))}}),
+         Document(
+             "status",
+             {{"region",
+               Exactly({{"name", kText}, {"bytes", kNumber}, {"created", kNumber}, {"ageSeconds", OrNull(kNumber)}})},
+              {"users", ListOf(Exactly({{"process", kNumber}, {"name", kText}, {"writes", kYesNo}}))},
+              {"switch", Exactly({{"name", kText}, {"mode", kText}})},
+              {"counts", {{"type", "object"}, {"additionalProperties", kNumber}}},
+              {"findings", counts}}),
+         ExplainDocument(), HistoryDocument(), MetricsDocument(),
          Document("layout", {{"object", kText}, {"size", kNumber}, {"records", ListOf(record)}})});
 }
 
