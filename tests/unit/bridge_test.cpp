@@ -74,7 +74,7 @@ TEST_F(BridgeTest, WhatCountsAsSettingsOfAPort)
         std::memset(Swct_GetPbDataWPtr(2, 5), 0, sizeof(SwctPbData));
         AddPort(2, 5, c.dwType, c.dwIngressFiltering);
         if (c.dwTranslationStatus != 0) {
-            Translate(2, 5, 4094, 1, c.dwTranslationStatus);
+            Translate(2, 5, c.dwType == 1 ? 4094 : 1, 1, c.dwTranslationStatus);
         } else {
             SetDefault(2, 5, c.wDefaultSvid);
             Register(2, 5, c.wRegisteredCVid, 1);

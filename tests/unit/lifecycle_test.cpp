@@ -31,23 +31,17 @@ void ExpectOpens(uint32_t dwOpens, uint32_t dwLastMode)
     EXPECT_STREQ(sCalls.acLastName, "/swct-data");
 }
 
-TEST_F(LifecycleTest, OpenTwiceMapsOnce)
+TEST_F(LifecycleTest, OpenTwiceMapsOnceAndCdbmOpenReplacesTheReadView)
 {
     Swct_Open();
     Swct_Open();
     ExpectOpens(1, SLIB__SHM_READ_ONLY);
     EXPECT_EQ(Swct_IsAttachedForReading(), 1U);
     EXPECT_EQ(Swct_IsAttachedForWriting(), 0U);
-}
-
-TEST_F(LifecycleTest, CdbmOpenReplacesTheReadView)
-{
-    Swct_Open();
+    Swct_CdbmOpen();
     Swct_CdbmOpen();
     ExpectOpens(2, SLIB__SHM_READ_WRITE);
     EXPECT_EQ(Swct_GetVlanEntryRPtr(1), Swct_GetVlanEntryWPtr(1));
-    Swct_CdbmOpen();
-    ExpectOpens(2, SLIB__SHM_READ_WRITE);
 }
 
 TEST_F(LifecycleTest, FailuresAreReportedAndLeaveTheViewsAsStated)

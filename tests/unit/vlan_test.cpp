@@ -150,6 +150,7 @@ TEST_F(VlanTest, CreateAndDeleteWriteTheirFieldsOnly)
     EXPECT_EQ(Bytes(sEntry), Bytes(sExpected));
     const SwctVlan sNoVlan = sExpected.sVlanData;
 
+    Swct_GetVlanWPtr(12)->dwStatus = 9;
     const SwctVlan sRequest = Vlan(12, "uplink", 0x101);
     Swct_CreateVlan(&sRequest);
     sExpected.boExists = 1;
