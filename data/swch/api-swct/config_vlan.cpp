@@ -92,7 +92,8 @@ private:
     void Close() noexcept
     {
         if (boIsFresh) {
-            CopyRecord(&pEntry->adwMembership, &adwMembership);
+            CopyBytes<sizeof adwMembership>(reinterpret_cast<unsigned char*>(pEntry->adwMembership),
+                                            reinterpret_cast<const unsigned char*>(adwMembership));
         }
     }
 
