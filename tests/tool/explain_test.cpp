@@ -1,16 +1,13 @@
 // explain's decisions against a plain model of the rules, over random nodes and questions.
 #include "commands/frame_way.h"
-#include "platform/standin.h"
-#include "swct/swct.h"
+#include "own_region.h"
 
 #include <fmt/format.h>
-#include <gtest/gtest.h>
 #include <iterator>
 #include <map>
 #include <random>
 #include <set>
 #include <sstream>
-#include <unistd.h>
 
 namespace {
 
@@ -194,18 +191,8 @@ std::string Told(const Frame& frame, Admission admission)
     return text;
 }
 
-class ExplainTest : public testing::Test {
+class ExplainTest : public OwnRegion {
 protected:
-    ExplainTest()
-    {
-        Standin__SetErrorTracing(0);
-        Standin__SetShmPrefix(("explain-test-" + std::to_string(getpid()) + '-').c_str());
-    }
-    ~ExplainTest() override
-    {
-        Standin__RemoveShm("/swct-data");
-    }
-
     int Any(int number)
     {
         return static_cast<int>(m_random() % static_cast<unsigned>(number));

@@ -2,13 +2,11 @@
 #include "commands/periods.h"
 #include "file/read_names.h"
 #include "objects/failure.h"
-#include "platform/standin.h"
-#include "swct/swct.h"
+#include "own_region.h"
 #include "terminal/chart.h"
 
 #include <filesystem>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <unistd.h>
 
 namespace {
@@ -35,19 +33,8 @@ TEST(ChartTest, DrawsGapsMarksAndWhatIsLeftOut)
     EXPECT_EQ(Chart({{0, false}}, 80), "        0\n\n\n\n        0\n");
 }
 
-class HistoryTest : public testing::Test {
+class HistoryTest : public OwnRegion {
 protected:
-    HistoryTest()
-    {
-        Standin__SetErrorTracing(0);
-        Standin__SetShmPrefix(("history-test-" + std::to_string(getpid()) + '-').c_str());
-        Swct_Init();
-    }
-    ~HistoryTest() override
-    {
-        Standin__RemoveShm("/swct-data");
-    }
-
     static void Write(uint8_t index, uint64_t count, bool isCurrent, bool isSuspect = false)
     {
         Record record{};

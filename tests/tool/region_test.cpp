@@ -2,13 +2,11 @@
 #include "check/audit.h"
 #include "file/parse.h"
 #include "objects/catalogue.h"
-#include "platform/standin.h"
+#include "own_region.h"
 #include "random_node.h"
 
 #include <cstring>
 #include <functional>
-#include <gtest/gtest.h>
-#include <unistd.h>
 
 namespace {
 
@@ -64,19 +62,8 @@ std::string Text(const Findings& findings)
     return text;
 }
 
-class RegionTest : public testing::Test {
+class RegionTest : public OwnRegion {
 protected:
-    RegionTest()
-    {
-        Standin__SetErrorTracing(0);
-        Standin__SetShmPrefix(("region-test-" + std::to_string(getpid()) + '-').c_str());
-        Swct_Init();
-    }
-    ~RegionTest() override
-    {
-        Standin__RemoveShm("/swct-data");
-    }
-
     // PIOVIOS_TEST_ROUNDS: 1000 by hand.
     static unsigned Rounds()
     {
