@@ -273,6 +273,7 @@ TEST_F(PepTest, PriorityErrorsAndWalk)
     AddPep(3, 5, 16, 100);
     EXPECT_EQ(Swct_GetServicePriority(3, 5, 4095, 1), 0U);
     EXPECT_EQ(Swct_GetServicePriority(1, 1, 100, 9), 0U);
+    EXPECT_EQ(Swct_GetServicePriority(3, 5, 100, 1), 1U);
     EXPECT_THAT(thePlatform.TakeTraces(),
                 ElementsAre(Error(2, "Swct_GetServicePriority", "PEP mot found for port 3/5/4095"),
                             Error(2, "Swct_GetServicePriority",

@@ -208,7 +208,8 @@ TEST_F(RegistrationTest, SummariesFollowTheLowestCVid)
     for (const uint16_t wCVid : Vids{30, 20, 25}) {
         Register(2, 5, wCVid, 100);
     }
-    Register(2, 5, 7, 300); // no PEP: counted nowhere
+    Register(2, 5, 7, 300);                      // no PEP: counted nowhere
+    Cep(2, 5).aCVidRegistration[21].wSvid = 100; // not in use
     const auto summary = [](unsigned index) {
         const SwctCepData& sCep = Cep(2, 5);
         return std::pair<unsigned, unsigned>(+sCep.awNbrOfCVidInPep[index - 1], +sCep.awFirstCVidInPep[index - 1]);
@@ -239,12 +240,12 @@ TEST_F(RegistrationTest, SummariesFollowTheLowestCVid)
 TEST_F(RegistrationTest, EffectiveRegistrationFallsBackOnTheDefault)
 {
     AddPort(1, 1, 3, 2);
-    SetDefault(1, 1, 100, 1);
+    SetDefault(1, 1, 400, 1);
     Register(1, 1, 5, 200);
     Register(1, 1, 6, 4095); // no S-VID of a provider bridge
     SwctCVidRegistration sRecord{1, 2, 3, 4, 5, 6, {7}};
     EXPECT_EQ(Swct_GetCVidRegistration(1, 1, 6, &sRecord), 1U);
-    const SwctCVidRegistration sExpected{6, 100, 0, 1, 5, 6, {7}}; // the other fields stay
+    const SwctCVidRegistration sExpected{6, 400, 0, 1, 5, 6, {7}}; // the other fields stay
     EXPECT_EQ(std::memcmp(&sRecord, &sExpected, sizeof sRecord), 0);
     for (const uint16_t wCVid : kBadKeys) {
         EXPECT_EQ(Swct_GetCVidRegistration(1, 1, wCVid, &sRecord), 0U);

@@ -68,6 +68,10 @@ protected:
             Swct_Init();
             PushConfiguration(variant);
             if (variant == 1) {
+                std::memset(static_cast<void*>(&thePlatform.pRegion->sQueueStatisticsHistorical15m), 3,
+                            sizeof(SwctData::sQueueStatisticsHistorical15m));
+                std::memset(static_cast<void*>(&thePlatform.pRegion->sQueueStatisticsHistorical24h), 3,
+                            sizeof(SwctData::sQueueStatisticsHistorical24h));
                 std::memcpy(sOther.pWritable, thePlatform.pRegion, sizeof(SwctData));
             }
         }

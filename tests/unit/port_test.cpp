@@ -224,6 +224,7 @@ TEST_F(PortTest, QuestionsOverTheVlansOfAPort)
     EXPECT_EQ(Swct_IsPortConnectedToAnyQinQPortOrPep(1, 5), 1U);
     EXPECT_EQ(Swct_IsPortConnectedToAnyQinQPortOrPep(1, 4), 0U);
     Swct_GetVlansWithPortAsMember(1, 5, &sList);
+    EXPECT_EQ(Swct_VlanPortsInSlot(1, 4095), 1U) << "by its last port";
     EXPECT_EQ(+sList.wNbrOfVlanIds, 2);
     EXPECT_EQ(+sList.awVlanId[0], 10);
     EXPECT_EQ(+sList.awVlanId[1], 4095);
