@@ -122,6 +122,10 @@ TEST_F(BridgeRandomTest, WalksNest)
         }
         EXPECT_EQ(found, Walk(outer, sStart));
     });
+    Swct_Switch_SetSwitchMode(2);
+    forEach([](auto next, auto sStart) {
+        EXPECT_EQ(Walk(next, sStart).size(), sizeof sStart == sizeof(SwctPortMoid) ? 3U : 0U);
+    });
 }
 
 } // namespace

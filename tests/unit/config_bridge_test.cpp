@@ -132,7 +132,9 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
     const Class &registration = kClasses[0], &translation = kClasses[2], &pep = kClasses[3], &qinq = kClasses[4];
     Cep(1, 1).awPepIndexBySvid[8] = 9;
     Cep(1, 1).awNbrOfCVidInPep[8] = 9;
-    SetConfig(469, Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 4, 0, 4095));
+    SetConfig(469, Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 4, 0, 4095) +
+                       Record(pep, 1, 1, 5, 0, 300));
+    EXPECT_EQ(+Swct_GetVlanEntryRPtr(300)->dwNbrOfQinQOrPep, 1U);
     EXPECT_EQ(Cep(1, 1).awPepIndexBySvid[99] * 1000 + Cep(1, 1).awPepIndexBySvid[4094] * 10 +
                   Cep(1, 1).awPepIndexBySvid[8],
               3040);

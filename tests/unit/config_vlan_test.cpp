@@ -251,6 +251,7 @@ TEST_F(ConfigVlanTest, WritingVlansKeepsWhatOtherClassesOwn)
     Write(205, VlanRecord(20, 20, 1) + VlanRecord(10, 10, 1) + VlanRecord(10, 10, 1), 4);
     EXPECT_EQ(Swct_GetNbrOfPopulatedVlans(), 3) << "repeated keys count";
     EXPECT_EQ(Swct_IsPortMemberOfVlanId(3, 2, 20), 1U);
+    EXPECT_EQ(Swct_GetVlanEntryRPtr(20)->sInnerTag.abInnerTagReserved[0], 0);
     EXPECT_EQ(Swct_GetVlanEntryRPtr(10)->sInnerTag.dwInnerPriority, 1U);
     thePlatform.pRegion->sVlan[20 - 1].dwNbrOfQinQOrPep = 4;
     thePlatform.pRegion->sVlan[10 - 1].dwNbrOfQinQOrPep = 4;
