@@ -5,6 +5,7 @@
 #include "objects/keys.h"
 #include "terminal/grid.h"
 
+#include <algorithm>
 #include <fstream>
 #include <gtest/gtest.h>
 #include <iterator>
@@ -13,6 +14,13 @@ namespace {
 
 using namespace tool;
 
+// ' stands for ".
+std::string Quoted(std::string text)
+{
+    std::replace(text.begin(), text.end(), '\'', '"');
+    return text;
+}
+
 TEST(FileTest, FaultsNameTheirPlace)
 {
     struct Case {
@@ -20,38 +28,45 @@ TEST(FileTest, FaultsNameTheirPlace)
         const char* fault; // line, object, path and rule; empty: none
     };
     constexpr Case kCases[] = {
-        {"\"vlans\":[{\"id\":1,\n\"members\":{\"tagged\":[\"1/1\"]}}]",
+        {"'vlans':[{'id':1,\n'members':{'tagged':['1/1']}}]",
          "2 vlan 1 $.vlans[0].members.tagged[0] there is no such port"},
-        {"\"ports\":[{\"port\":\"1/1\",\"pvid\":9}]", "1 port 1/1 $.ports[0].pvid there is no VLAN of that id"},
-        {"\"ports\":[{\"port\":\"1/1\"}]", ""}, // the default PVID needs no VLAN
-        {"\"management\":{\"vlan\":7}", "1 management $.management.vlan there is no VLAN of that id"},
-        {"\"ports\":[{\"port\":\"1/1\",\"typ\":1}]",
-         "1 port 1/1 $.ports[0].typ is no member of this object; \"type\" is"},
-        {"\"switch\":{\"gLagDistribution\":2}",
+        {"'ports':[{'port':'1/1','pvid':9}]", "1 port 1/1 $.ports[0].pvid there is no VLAN of that id"},
+        {"'ports':[{'port':'1/1'}]", ""}, // the default PVID needs no VLAN
+        {"'management':{'vlan':7}", "1 management $.management.vlan there is no VLAN of that id"},
+        {"'ports':[{'port':'1/1','typ':1}]", "1 port 1/1 $.ports[0].typ is no member of this object; 'type' is"},
+        {"'switch':{'gLagDistribution':2}",
          "1 switch $.switch.gLagDistribution must be a number from 1 to 7 but not 2"},
-        {"\"vlans\":[{\"id\":1},\n\n{\"id\":1}]", "3 vlan 1 $.vlans[1].id is there twice"},
-        {"\"vlans\":[{\"id\":5,\"innerTag\":{\"enabled\":true,\"vid\":4}}]",
-         "1 vlan 5 inner-tag $.vlans[0].innerTag goes with a VLAN that has a \"layer3Interface\""},
-        {"\"ports\":[{\"port\":\"1/1\",\"providerEdgePorts\":[{\"index\":1,\"sVid\":1}]}]",
-         "1 port 1/1 pep 1 $.ports[0].providerEdgePorts[0] goes with a port of type \"cep\" only; --lenient leaves it "
+        {"'vlans':[{'id':1},\n\n{'id':1}]", "3 vlan 1 $.vlans[1].id is there twice"},
+        {"'vlans':[{'id':5,'innerTag':{'enabled':true,'vid':4}}]",
+         "1 vlan 5 inner-tag $.vlans[0].innerTag goes with a VLAN that has a 'layer3Interface'"},
+        {"'ports':[{'port':'1/1','providerEdgePorts':[{'index':1,'sVid':1}]}]",
+         "1 port 1/1 pep 1 $.ports[0].providerEdgePorts[0] goes with a port of type 'cep' only; --lenient leaves it "
          "out"},
-        {"\"vlans\":[{\"id\":1},{\"id\":2}],\"ports\":[{\"port\":\"1/"
-         "1\",\"type\":\"cep\",\"providerEdgePorts\":[{\"index\":1,\"sVid\":1}],\"cVidRegistrations\":[{\"cVids\":3,"
-         "\"sVid\":2}]}]",
+        {"'vlans':[{'id':1},{'id':2}],'ports':[{'port':'1/"
+         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1}],'cVidRegistrations':[{'cVids':3,'sVid':2}]}]",
          "1 port 1/1 cvid 3 $.ports[0].cVidRegistrations[0].sVid the port has no provider edge port of that S-VID"},
-        {"\"vlans\":[{\"id\":1}],\"ports\":[{\"port\":\"1/"
-         "1\",\"type\":\"cep\",\"providerEdgePorts\":[{\"index\":1,\"sVid\":1},{\"index\":4,\"sVid\":1}]}]",
+        {"'vlans':[{'id':1}],'ports':[{'port':'1/"
+         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1},{'index':4,'sVid':1}]}]",
          "1 port 1/1 pep 4 $.ports[0].providerEdgePorts[1].sVid another provider edge port of the port has this S-VID"},
-        {"\"vlans\":[{\"id\":1}],\"ports\":[{\"port\":\"1/1\",\"qinq\":{\"providerVid\":1}}]",
-         "1 port 1/1 qinq $.ports[0].qinq is in force in switch mode \"qinq\" only"},
+        {"'vlans':[{'id':1}],'ports':[{'port':'1/1','qinq':{'providerVid':1}}]",
+         "1 port 1/1 qinq $.ports[0].qinq is in force in switch mode 'qinq' only"},
+        {"'switch':{'mode':'qinq'},'vlans':[{'id':1}],'ports':[{'port':'1/"
+         "1','type':'pnp','vidTranslations':[{'localVid':2,'relayVid':1},{'localVid':3,'relayVid':1}]}]",
+         "1 port 1/1 vid 2 $.ports[0].vidTranslations[0] is in force in switch mode 'provider-bridge' only"},
+        {"'vlans':[{'id':1}],'ports':[{'port':'1/"
+         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1}],'cVidRegistrations':[{'cVids':3,'sVid':1,'relay':"
+         "true}]}]",
+         "1 port 1/1 cvid 3 $.ports[0].cVidRegistrations[0].relayCVid with 'relay' it must be a number from 1 to 4094"},
+        {"'vlans':[{'id':5,'layer3Interface':true,'innerTag':{'enabled':true}}]",
+         "1 vlan 5 inner-tag $.vlans[0].innerTag.vid with an enabled tag it must be a number from 1 to 4094"},
     };
     for (const Case& row : kCases) {
-        const ParseResult result = Parse(std::string("{\"schema\":1,") + row.text + '}', Strictness::kStrict);
+        const ParseResult result = Parse(Quoted(std::string("{'schema':1,") + row.text + '}'), Strictness::kStrict);
         std::string told;
         for (const ConfigFault& fault : result.faults) {
             told += std::to_string(fault.line) + ' ' + fault.object + ' ' + fault.path + ' ' + fault.rule;
         }
-        EXPECT_EQ(row.fault, told) << row.text;
+        EXPECT_EQ(Quoted(row.fault), told) << row.text;
         EXPECT_EQ(result.faults.empty(), result.nrOfErrors == 0);
     }
     EXPECT_EQ(1U, Parse("{}", Strictness::kLenient).nrOfErrors) << "schema is required";
@@ -60,16 +75,14 @@ TEST(FileTest, FaultsNameTheirPlace)
 TEST(DiffTest, TellsObjectsByOneName)
 {
     const auto parse = [](const std::string& text) {
-        return Parse("{\"schema\":1," + text + '}', Strictness::kLenient).configuration;
+        return Parse(Quoted("{'schema':1," + text + '}'), Strictness::kLenient).configuration;
     };
-    const Configuration before =
-        parse("\"vlans\":[{\"id\":1,\"name\":\"a\"},{\"id\":2},{\"id\":9}],\"ports\":[{\"port\":\"1/"
-              "1\",\"type\":\"cep\",\"cVidRegistrations\":[{\"cVids\":\"1-9\",\"sVid\":1}]}]");
+    const Configuration before = parse("'vlans':[{'id':1,'name':'a'},{'id':2},{'id':9}],'ports':[{'port':'1/"
+                                       "1','type':'cep','cVidRegistrations':[{'cVids':'1-9','sVid':1}]}]");
     const Configuration after =
-        parse("\"hrlb\":3,\"vlans\":[{\"id\":1,\"name\":\"b\",\"members\":{\"tagged\":[\"1/1\",\"1/"
-              "3\"]}},{\"id\":3},{\"id\":4},{\"id\":9,\"innerTag\":null}],\"ports\":[{\"port\":\"1/"
-              "1\",\"type\":\"cep\",\"cVidRegistrations\":[{\"cVids\":\"1-9\",\"sVid\":2}],\"defaultCVidRegistration\":"
-              "{\"sVid\":1}}]");
+        parse("'hrlb':3,'vlans':[{'id':1,'name':'b','members':{'tagged':['1/1','1/"
+              "3']}},{'id':3},{'id':4},{'id':9,'innerTag':null}],'ports':[{'port':'1/"
+              "1','type':'cep','cVidRegistrations':[{'cVids':'1-9','sVid':2}],'defaultCVidRegistration':{'sVid':1}}]");
     std::string text;
     for (const Difference& difference : Diff(before, after)) {
         text += ToText(difference) + '\n';
