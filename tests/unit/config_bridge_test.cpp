@@ -75,6 +75,7 @@ TEST_F(ConfigBridgeTest, RecordsLieInTheRegionAsInTheRequestAndComeBack)
         AddPort(3, 2, c.type.wClass == 437 ? 2 : 3, 2);
         const std::string record = Record(c.type, 3, 2, c.wKey, 0, 0x1234);
         EXPECT_EQ(SetConfig(c.type.wClass, record), 0U);
+        EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty()) << c.type.wClass;
         EXPECT_EQ(Region().substr(c.offset, c.size), record.substr(c.type.moid)) << c.type.wClass;
         EXPECT_EQ(GetConfig(c.type.wClass, 2), record + std::string(c.type.moid, '\0')) << c.type.wClass;
         if (c.type.wClass != 514) {
