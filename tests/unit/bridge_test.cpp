@@ -75,6 +75,7 @@ TEST_F(BridgeTest, WhatCountsAsSettingsOfAPort)
         AddPort(2, 5, c.dwType, c.dwIngressFiltering);
         if (c.dwTranslationStatus != 0) {
             Translate(2, 5, c.dwType == 1 ? 4094 : 1, 1, c.dwTranslationStatus);
+            Swct_GetPbDataWPtr(2, 5)->sNp.aVidTranslation[9].dwStatus = 3; // not in use
         } else {
             SetDefault(2, 5, c.wDefaultSvid);
             Register(2, 5, c.wRegisteredCVid, 1);
