@@ -25,6 +25,7 @@ const Configuration kAfter = MakeConfiguration(1, {1, 2, 40, 10, 10});
 constexpr uintptr_t kPage = 4096;
 constexpr greg_t kTrapFlag = 0x100;
 
+const Configuration* pStanding = &kBefore;
 StandinMemory sLeft;   // a copy of what the writer left
 StandinMemory sImage;  // what a push gives that nothing disturbs
 unsigned stores = 0;   // that the writer has begun
@@ -49,7 +50,7 @@ void Look()
     }
     AskEverything(stores + 1, 200);
     pSwctRead = pSwctWrite = static_cast<SwctData*>(sLeft.pWritable);
-    Push(kBefore);
+    Push(*pStanding);
     unmended += std::memcmp(sLeft.pReadable, sImage.pReadable, sizeof(SwctData)) != 0 ? 1 : 0;
     ++stops;
     pSwctRead = pRead;
@@ -100,9 +101,6 @@ TEST(WriterDeathTest, WhereverTheWriterDiesReadersLiveAndTheNextPushMends)
     ASSERT_TRUE(Standin__MapGuarded(sizeof(SwctData), &sLeft) != 0 && Standin__MapGuarded(sizeof(SwctData), &sImage));
     thePlatform.Reset();
     Swct_Init();
-    Push(kAfter);
-    Push(kBefore);
-    std::memcpy(sImage.pWritable, thePlatform.pRegion, sizeof(SwctData));
     std::vector<uint8_t> abStack(1U << 20);
     const stack_t sStack = {abStack.data(), 0, abStack.size()};
     stack_t sOldStack;
@@ -114,15 +112,22 @@ TEST(WriterDeathTest, WhereverTheWriterDiesReadersLiveAndTheNextPushMends)
     sAction.sa_sigaction = OnStep;
     sigaction(SIGTRAP, &sAction, &sOldStep);
     unsigned allStops = 0, allStores = 0;
-    for (const auto& [wClass, abRequest] : kAfter) {
-        WriteWatched(wClass, abRequest);
-        EXPECT_GT(stops, 0U) << wClass;
-        EXPECT_EQ(unmended, 0U) << wClass;
-        EXPECT_EQ(lost, 0U) << wClass;
-        allStops += stops;
-        allStores += stores;
+    for (const Configuration* pNext : {&kAfter, &kBefore}) {
+        pStanding = pNext == &kAfter ? &kBefore : &kAfter;
+        Push(*pNext);
+        Push(*pStanding);
+        std::memcpy(sImage.pWritable, thePlatform.pRegion, sizeof(SwctData));
+        for (const auto& [wClass, abRequest] : *pNext) {
+            WriteWatched(wClass, abRequest);
+            EXPECT_GT(stops, 0U) << wClass;
+            EXPECT_EQ(unmended, 0U) << wClass;
+            EXPECT_EQ(lost, 0U) << wClass;
+            allStops += stops;
+            allStores += stores;
+        }
     }
-    std::printf("| writer stopped within a class write | at %u of %u stores of 12 classes; readers live, the next push "
+    std::printf("| writer stopped within a class write | at %u of %u stores of 12 classes, two ways; readers live, the "
+                "next push "
                 "mends |\n",
                 allStops, allStores);
     sigaction(SIGSEGV, &sOldFault, nullptr);
