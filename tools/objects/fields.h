@@ -72,47 +72,69 @@ struct Field {
     // What a row of a table adds to the plain number.
     constexpr Field As(Notation value) const
     {
-        return With(&Field::notation, value);
+        Field changed = *this;
+        changed.notation = value;
+        return changed;
     }
     constexpr Field Required() const
     {
-        return With(&Field::presence, Presence::kRequired);
+        Field changed = *this;
+        changed.presence = Presence::kRequired;
+        return changed;
     }
     constexpr Field Always() const
     {
-        return With(&Field::presence, Presence::kWritten);
+        Field changed = *this;
+        changed.presence = Presence::kWritten;
+        return changed;
     }
     constexpr Field Default(uint32_t value) const
     {
-        return With(&Field::byDefault, value);
+        Field changed = *this;
+        changed.byDefault = value;
+        return changed;
     }
     constexpr Field Storable(Range value) const
     {
-        return With(&Field::storable, value);
+        Field changed = *this;
+        changed.storable = value;
+        return changed;
     }
     constexpr Field Sense(Range value) const
     {
-        return With(&Field::sensible, value);
+        Field changed = *this;
+        changed.sensible = value;
+        return changed;
     }
     constexpr Field But(uint32_t value) const
     {
-        return With(&Field::except, value);
+        Field changed = *this;
+        changed.except = value;
+        return changed;
     }
     constexpr Field In(std::span<const Word> value) const
     {
-        return With(&Field::words, value);
+        Field changed = *this;
+        changed.words = value;
+        return changed;
     }
     constexpr Field SameAs(std::size_t value) const
     {
-        return With(&Field::sameAs, value);
+        Field changed = *this;
+        changed.sameAs = value;
+        return changed;
     }
     constexpr Field OfVlan() const
     {
-        return With(&Field::isVlan, true);
+        Field changed = *this;
+        changed.isVlan = true;
+        return changed;
     }
     constexpr Field Shown(Look value) const
     {
-        return With(&Field::look, value);
+        Field changed = *this;
+        changed.look = value;
+        return changed;
     }
 
     constexpr bool IsNumber() const
@@ -137,15 +159,6 @@ struct Field {
     constexpr bool MakesSense(uint32_t number) const
     {
         return SensibleRange().Has(number) && (except == 0 || number != except);
-    }
-
-private:
-    template <class Value>
-    constexpr Field With(Value Field::*member, Value value) const
-    {
-        Field changed = *this;
-        changed.*member = value;
-        return changed;
     }
 };
 
