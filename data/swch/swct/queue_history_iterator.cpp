@@ -151,7 +151,6 @@ Exit LeaveLineSlot(HistoryMoid& sMoid) noexcept
             return EnterRing<Ring>(sMoid, {2, 1, 1});
         }
         if (dwMode == 0) {
-            sMoid.bSlot = 2;
             return Exit::kEndOfSlots;
         }
     }
