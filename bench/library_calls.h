@@ -5,33 +5,48 @@
 #include "swct/swct.h"
 
 // Every operation that is called.
-#define BENCH_OPERATIONS(X)                                                                                          \
-    X(Swct_CdbmOpen)                                                                                                 \
-    X(Swct_SetConfig)                                                                                                \
-    X(Swct_GetConfig)                                                                                                \
-    X(Swct_DoesVlanExist)                                                                                            \
-    X(Swct_IsPortMemberOfVlanId)                                                                                     \
-    X(Swct_ReadVlan)                                                                                                 \
-    X(Swct_GetVlanInfo)                                                                                              \
-    X(Swct_SwitchPort_GetPvid)                                                                                       \
-    X(Swct_GetProviderEdgePort)                                                                                      \
-    X(Swct_GetCVidRegistration)                                                                                      \
-    X(Swct_GetPortMembersOfVlan) X(Swct_GetFreeProviderEdgePortMoid) X(Swct_GetPortVlanList)                         \
-        X(Swct_GetConfiguredVlans) X(Swct_GetPortVlanBitMap) X(Swct_GetBitmapOfCVidRegisteredToSVid)                 \
-            X(Swct_GetConfiguredCVlans) X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) X(Swct_GetCepSVlanList)       \
-                X(Swct_GetBitmapOfQinQProviderVlanThatDoTunnel) X(Swct_IsPortMemberOfAnyVlan)                        \
-                    X(Swct_IsPortMemberOfJustOneVlan) X(Swct_DoesVlanHaveCVidRegistrations)                          \
-                        X(Swct_DoesRelayedCVlanExist) X(Swct_GetCVlanFromRelayCVlanId)                               \
-                            X(Swct_GetFirstCVidRegisteredToSVid) X(Swct_GetSecondCVidRegistrationForSVid)            \
-                                X(Swct_DoesVlanHaveVidTranslations) X(Swct_GetLowestLocalVidTranslatedToRelayVid)    \
-                                    X(Swct_GetSecondLowestLocalVidTranslatedToRelayVid)                              \
-                                        X(Swct_GetQueueStatisticsHistorical15mLastNRecords)                          \
-                                            X(Swct_GetQueueStatisticsHistorical15mHistoricalSum) X(Swct_GetNextVlan) \
-                                                X(Swct_GetNextVlanPort) X(Swct_SwitchPortMoidIterator)               \
-                                                    X(Swct_CVidRegistrationMoidIterator)                             \
-                                                        X(Swct_VidTranslationMoidIterator)                           \
-                                                            X(Swct_QueueStatisticsHistorical15mMoidIterator)         \
-                                                                X(Swct_DeleteCVidRegistration)
+// clang-format off
+#define BENCH_OPERATIONS(X) \
+    X(Swct_CdbmOpen) \
+    X(Swct_SetConfig) \
+    X(Swct_GetConfig) \
+    X(Swct_DoesVlanExist) \
+    X(Swct_IsPortMemberOfVlanId) \
+    X(Swct_ReadVlan) \
+    X(Swct_GetVlanInfo) \
+    X(Swct_SwitchPort_GetPvid) \
+    X(Swct_GetProviderEdgePort) \
+    X(Swct_GetCVidRegistration) \
+    X(Swct_GetPortMembersOfVlan) \
+    X(Swct_GetFreeProviderEdgePortMoid) \
+    X(Swct_GetPortVlanList) \
+    X(Swct_GetConfiguredVlans) \
+    X(Swct_GetPortVlanBitMap) \
+    X(Swct_GetBitmapOfCVidRegisteredToSVid) \
+    X(Swct_GetConfiguredCVlans) \
+    X(Swct_GetBitmapOfCVidRegisteredToDefaultSVid) \
+    X(Swct_GetCepSVlanList) \
+    X(Swct_GetBitmapOfQinQProviderVlanThatDoTunnel) \
+    X(Swct_IsPortMemberOfAnyVlan) \
+    X(Swct_IsPortMemberOfJustOneVlan) \
+    X(Swct_DoesVlanHaveCVidRegistrations) \
+    X(Swct_DoesRelayedCVlanExist) \
+    X(Swct_GetCVlanFromRelayCVlanId) \
+    X(Swct_GetFirstCVidRegisteredToSVid) \
+    X(Swct_GetSecondCVidRegistrationForSVid) \
+    X(Swct_DoesVlanHaveVidTranslations) \
+    X(Swct_GetLowestLocalVidTranslatedToRelayVid) \
+    X(Swct_GetSecondLowestLocalVidTranslatedToRelayVid) \
+    X(Swct_GetQueueStatisticsHistorical15mLastNRecords) \
+    X(Swct_GetQueueStatisticsHistorical15mHistoricalSum) \
+    X(Swct_GetNextVlan) \
+    X(Swct_GetNextVlanPort) \
+    X(Swct_SwitchPortMoidIterator) \
+    X(Swct_CVidRegistrationMoidIterator) \
+    X(Swct_VidTranslationMoidIterator) \
+    X(Swct_QueueStatisticsHistorical15mMoidIterator) \
+    X(Swct_DeleteCVidRegistration)
+// clang-format on
 
 namespace {
 

@@ -171,8 +171,7 @@ Json HistoryDocument()
                                  {"time", OrNull(kNumber)},
                                  {"counters", OrNull(ListOf(kNumber))},
                                  {"ratesPerSecond", OrNull(ListOf({{"type", "number"}}))}});
-    const Json sum =
-        Exactly({{"periods", kNumber}, {"counters", ListOf(kNumber)}, {"wrapped", ListOf(kNumber)}});
+    const Json sum = Exactly({{"periods", kNumber}, {"counters", ListOf(kNumber)}, {"wrapped", ListOf(kNumber)}});
     return Document("history",
                     {{"ring", {{"enum", {"15m", "24h"}}}},
                      {"secondsOfPeriod", kNumber},
