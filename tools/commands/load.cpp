@@ -1,9 +1,9 @@
 // load.cpp - a configuration file into the region.
 #include "commands/command.h"
 #include "commands/faults_text.h"
+#include "commands/write.h"
 #include "file/text_file.h"
 #include "objects/failure.h"
-#include "terminal/attach.h"
 #include "terminal/terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -59,27 +59,12 @@ void PrintResult(const Options& options, const ParseResult& result, bool asJson)
 }
 
 // An empty file is a slip more often than a wish.
-void RefuseToEmpty(const Options& options, const Configuration& configuration)
+void RefuseToEmpty(const Options& options, const Configuration& wanted, const Configuration& present)
 {
-    if (options.force || !HasNoObjects(configuration)) {
-        return;
-    }
-    const Configuration present = ReadRegion();
-    if (!HasNoObjects(present)) {
+    if (!options.force && HasNoObjects(wanted) && !HasNoObjects(present)) {
         throw Failure(kBadInput, fmt::format("{} has no ports and no VLANs, and would take away the node's {}: add "
                                              "--force if that is meant",
                                              FileName(options.file), Summary(present)));
-    }
-}
-
-void PushAndVerify(const Options& options, const Configuration& configuration)
-{
-    PushToRegion(configuration);
-    const auto differences = Diff(configuration, ReadRegion());
-    if (!differences.empty()) {
-        throw Failure(kFindings, fmt::format("loaded {}, but the region differs from it ({}): does another process "
-                                             "write to it?",
-                                             FileName(options.file), ToText(differences.front())));
     }
 }
 
@@ -98,9 +83,10 @@ int Load(const Options& options, bool asJson)
         throw FailureOf(options.file, result);
     }
     if (!options.dryRun) {
-        AttachForWriting();
-        RefuseToEmpty(options, result.configuration);
-        PushAndVerify(options, result.configuration);
+        ChangeRegion(FileName(options.file), [&](const Configuration& present) {
+            RefuseToEmpty(options, result.configuration, present);
+            return result.configuration;
+        });
     }
     if (!asJson) {
         PrintFaults(options.file, result);
