@@ -255,7 +255,7 @@ void AddDerivedDamages(const Configuration& c, uint16_t absentVlan, std::vector<
         if (sPort.sBody.dwPbPortType != SWCT_PB_PORT_CEP) { // untagged in its PVID already
             const uint16_t other = c.aVlan[c.aVlan[1].sMoid.wVlanId == sPort.sBody.wPvid ? 2 : 1].sMoid.wVlanId;
             const uint16_t later = std::max<uint16_t>(other, sPort.sBody.wPvid);
-            put("vlan " + std::to_string(later) + " member " + ToText(port), "membership",
+            put("vlan " + std::to_string(later) + " member " + ToText(port), "",
                 &Swct_GetVlanEntryWPtr(other)->adwMembership[port.slot - 1][port.port - 1], 2);
         }
     }

@@ -33,6 +33,10 @@ TEST(FileTest, FaultsNameTheirPlace)
         {"'ports':[{'port':'1/1','pvid':9}]", "1 port 1/1 $.ports[0].pvid there is no VLAN of that id"},
         {"'ports':[{'port':'1/1'}]", ""}, // the default PVID needs no VLAN
         {"'management':{'vlan':7}", "1 management $.management.vlan there is no VLAN of that id"},
+        {"'ports':[{'port':'1/1'}],'vlans':[{'id':5,'members':{'untagged':['1/1']}},\n"
+         "{'id':6,'members':{'untagged':['1/1']}},{'id':7,'members':{'untagged':['1/1']}}]",
+         "2 vlan 6 $.vlans[1].members.untagged[0] the port is untagged in VLAN 5 already, and frames of "
+         "both leave it alike"},
         {"'ports':[{'port':'1/1','typ':1}]", "1 port 1/1 $.ports[0].typ is no member of this object; 'type' is"},
         {"'switch':{'gLagDistribution':2}",
          "1 switch $.switch.gLagDistribution must be a number from 1 to 7 but not 2"},

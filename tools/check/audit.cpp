@@ -123,33 +123,6 @@ void AuditVlan(uint16_t vlan, const SwctVlanEntry& sEntry, uint32_t users, Findi
     }
 }
 
-// A port sends the untagged frames that it receives into one VLAN; two that leave it untagged cannot be told apart.  A
-// customer edge port tells them by its registrations.
-void AuditUntagged(const Picture& picture, Findings& findings)
-{
-    std::array<uint16_t, kNrOfPorts> first{};
-    std::array<bool, kNrOfPorts> isTold{};
-    for (uint16_t vlan = 1; vlan <= SWCT_PB_VID_MAX; ++vlan) {
-        const SwctVlanEntry& sEntry = picture.aVlan[vlan - 1U];
-        for (const Port port : AllPorts()) {
-            const std::size_t i = IndexOf(port);
-            if (sEntry.boExists == 0 || picture.aPort[i].dwPbPortType == SWCT_PB_PORT_CEP ||
-                sEntry.adwMembership[port.slot - 1][port.port - 1] != SWCT_MEMBERSHIP_UNTAGGED) {
-                continue;
-            }
-            if (first[i] == 0) {
-                first[i] = vlan;
-            } else if (!isTold[i]) {
-                isTold[i] = true;
-                Subject(findings, [=] { return "vlan " + std::to_string(vlan) + " member " + ToText(port); })
-                    .Tell(Kind::kDangling, "membership", "\"untagged\"", "tagged, or no member",
-                          "the port is untagged in VLAN " + std::to_string(first[i]) +
-                              " already, and frames of both leave it alike");
-            }
-        }
-    }
-}
-
 } // namespace
 
 void AuditVlans(const Picture& picture, Findings& findings)
@@ -165,7 +138,6 @@ void AuditVlans(const Picture& picture, Findings& findings)
             .Drift("vlans", picture.wNbrOfPopulatedVlans, populated,
                    "a VLAN was initialised without being deleted, or named twice in one push");
     }
-    AuditUntagged(picture, findings);
 }
 
 void AuditRing(const char* ringName, const RingCopy& ring, Findings& findings)

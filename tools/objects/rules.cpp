@@ -20,6 +20,7 @@ struct PortFacts {
     PbLayout layout = PbLayout::kNone;
     VlanSet sVids;             // of its provider edge ports
     uint16_t untaggedVlan = 0; // the first
+    bool isToldUntagged = false;
 };
 
 // C-VIDs with the same registration stand in one object of a file, so they break a rule together.
@@ -199,6 +200,20 @@ private:
         PortFacts& facts = FactsOf(sMember.sMoid);
         if (!facts.exists) {
             Tell(Class::kMember, &sMember, {}, {}, "there is no such port");
+        }
+        // A port sends the untagged frames that it receives into one VLAN; two that leave it untagged cannot be told
+        // apart.  A customer edge port tells them by its registrations.
+        if (sMember.sBody.dwMembership != SWCT_MEMBERSHIP_UNTAGGED || facts.layout == PbLayout::kCep) {
+            return;
+        }
+        const uint16_t first = std::exchange(facts.untaggedVlan, sMember.sMoid.wVlanId);
+        if (first != 0 && !std::exchange(facts.isToldUntagged, true)) {
+            m_tell({Class::kMember,
+                    &sMember,
+                    {},
+                    {},
+                    "the port is untagged in VLAN " + std::to_string(first) +
+                        " already, and frames of both leave it alike"});
         }
     }
 
