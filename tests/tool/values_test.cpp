@@ -29,13 +29,13 @@ TEST(FileTest, FaultsNameTheirPlace)
     };
     constexpr Case kCases[] = {
         {"'vlans':[{'id':1,\n'members':{'tagged':['1/1']}}]",
-         "2 vlan 1 $.vlans[0].members.tagged[0] there is no such port"},
+         "2 vlan 1 member 1/1 $.vlans[0].members.tagged[0] there is no such port"},
         {"'ports':[{'port':'1/1','pvid':9}]", "1 port 1/1 $.ports[0].pvid there is no VLAN of that id"},
         {"'ports':[{'port':'1/1'}]", ""}, // the default PVID needs no VLAN
         {"'management':{'vlan':7}", "1 management $.management.vlan there is no VLAN of that id"},
         {"'ports':[{'port':'1/1'}],'vlans':[{'id':5,'members':{'untagged':['1/1']}},\n"
          "{'id':6,'members':{'untagged':['1/1']}},{'id':7,'members':{'untagged':['1/1']}}]",
-         "2 vlan 6 $.vlans[1].members.untagged[0] the port is untagged in VLAN 5 already, and frames of "
+         "2 vlan 6 member 1/1 $.vlans[1].members.untagged[0] the port is untagged in VLAN 5 already, and frames of "
          "both leave it alike"},
         {"'ports':[{'port':'1/1','typ':1}]", "1 port 1/1 $.ports[0].typ is no member of this object; 'type' is"},
         {"'switch':{'gLagDistribution':2}",

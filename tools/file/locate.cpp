@@ -227,11 +227,14 @@ std::string ObjectAt(const Json& document, std::string_view path)
     std::string name;
     const Json* pValue = &document;
     const ObjectClass* pRow = nullptr;
+    const ObjectClass& memberRow = RowOf(Class::kMember);
+    bool isInMembers = false;
     path.remove_prefix(1);
     while (const auto step = NextStep(path)) {
         if (!step->index) {
             pValue = FindMember(*pValue, step->member);
             pRow = RowOfMember(step->member);
+            isInMembers |= step->member == memberRow.member;
             if (pValue != nullptr && pRow != nullptr && !pRow->isList) {
                 name += (name.empty() ? "" : " ") + std::string(pRow->label);
             }
@@ -245,6 +248,8 @@ std::string ObjectAt(const Json& document, std::string_view path)
                 if (!key.empty() && IsPlainText(key) && key.size() <= kPathTextMax) {
                     name.append(name.empty() ? "" : " ").append(label).append(" ").append(key);
                 }
+            } else if (pValue != nullptr && isInMembers && IsPlainText(TextOf(pValue))) {
+                name.append(" ").append(memberRow.label).append(" ").append(TextOf(pValue));
             }
         }
         if (pValue == nullptr) {
