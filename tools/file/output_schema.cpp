@@ -140,7 +140,41 @@ Json WatchDocuments()
                         event("restart", {{"upSince", kNumber}})});
 }
 
-// What a program computes with; the facts of the steps are as many as there are steps.
+// Every step has its name and its own facts.
+Json ExplainSteps(const Json& exits)
+{
+    const Json vid = OrNull(kNumber);
+    const Json tag = {{"vid", vid}, {"isCVid", kYesNo}};
+    const Json facts = {
+        {"port", {{"port", kPortName}, {"exists", kYesNo}, {"type", kText}, {"switchMode", kText}}},
+        {"admission", {{"frameAdmission", kNumber}, {"isKnown", kYesNo}, {"admitted", kYesNo}}},
+        {"tag", tag},
+        {"pvid", tag},
+        {"registration",
+         {{"cVid", kNumber},
+          {"registration", {{"enum", {"own", "default", nullptr}}}},
+          {"sVid", vid},
+          {"relayCVid", vid}}},
+        {"pep", {{"pep", vid}, {"sVid", kNumber}, {"untaggedPep", kYesNo}}},
+        {"priority", {{"priorityRegeneration", ListOf(kNumber)}}},
+        {"translation", {{"localVid", kNumber}, {"relayVid", kNumber}}},
+        {"qinq", {{"providerVid", vid}, {"priority", kNumber}}},
+        {"vlan", {{"vlan", kNumber}, {"exists", kYesNo}}},
+        {"ingress", {{"vlan", kNumber}, {"membership", kNumber}, {"ingressFiltering", kNumber}, {"accepted", kYesNo}}},
+        {"members",
+         {{"vlan", kNumber},
+          {"members", exits},
+          {"passedOver", ListOf(Exactly({{"port", kPortName}, {"reason", kText}}))}}},
+        {"return", {{"untaggedCep", kYesNo}}}};
+    Json steps = Json::array();
+    for (const auto& [name, members] : facts.items()) {
+        Json all = {{"step", {{"const", name}}}};
+        all.update(members);
+        steps.push_back(Exactly(all));
+    }
+    return ListOf({{"anyOf", std::move(steps)}});
+}
+
 Json ExplainDocument()
 {
     Json exit = Exactly({{"port", kPortName},
@@ -150,7 +184,6 @@ Json ExplainDocument()
                          {"pep", OrNull(kNumber)},
                          {"member", kYesNo}});
     exit["properties"]["cVids"] = kNumber;
-    const Json step = {{"type", "object"}, {"properties", {{"step", kText}}}, {"required", {"step"}}};
     return Document("explain",
                     {{"frame", Exactly({{"port", kPortName}, {"vid", OrNull(kNumber)}, {"innerVid", OrNull(kNumber)}})},
                      {"verdict", {{"enum", {"carried", "dropped"}}}},
@@ -158,7 +191,7 @@ Json ExplainDocument()
                      {"reason", OrNull(kText)},
                      {"vlan", OrNull(kNumber)},
                      {"members", ListOf(exit)},
-                     {"steps", ListOf(step)}});
+                     {"steps", ExplainSteps(ListOf(exit))}});
 }
 
 Json HistoryDocument()
