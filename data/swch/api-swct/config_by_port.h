@@ -63,11 +63,13 @@ inline void ClearKeys(Record (&aRecord)[kSize], uint16_t wFrom, uint16_t wEnd) n
 }
 
 // Writes a class whose objects lie in the ports: its ports of the type that is cleared first, each as one merge.
-//   Class::Run          the state of the port whose records are coming; apart from the class, so that it stays in
-//   registers EndsAt(moid)        whether the key behind slot and port is zero, which ends the request Open(data,
-//   fresh)   begins a port; a fresh one holds what it held before the request and takes over the new state only
-//   Store(run, record)  stores a record; false when its key names no element
-//   Close(run)          ends it: what is left of the old state goes, and what was made aside is stored
+// What a class has:
+// - Run: the state of the port whose records are coming; apart from the class, so that it stays in registers.
+// - EndsAt(moid): whether the key behind slot and port is zero, which ends the request.
+// - Open(data, fresh) begins a port; a fresh one holds what it held before the request and takes over the new state
+//   only.
+// - Store(run, record) stores a record; false when its key names no element.
+// - Close(run) ends it: what is left of the old state goes, and what was made aside is stored.
 template <class Class>
 void WriteByPort(SwctData& sData, const void* pCdbmRecords, Class& sClass) noexcept
 {
