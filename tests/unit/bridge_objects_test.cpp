@@ -311,7 +311,7 @@ TEST_F(CVlanTest, QuestionsOverTheRegistrationsOfCeps)
         EXPECT_EQ(Swct_IsPortMemberOfRelayCVlanId(1, 1, wRelay), wCVid != 0 ? 1U : 0U) << wRelay;
         EXPECT_EQ(Swct_DoesRelayedCVlanExist(wRelay), wRelay == 30 || wRelay == 33 ? 1U : 0U) << wRelay;
     }
-    EXPECT_EQ(Swct_GetRelayCVlanId(1, 1, 20), 30);
+    EXPECT_EQ(Swct_GetRelayCVlanId(1, 1, 7), 30);
     EXPECT_EQ(Swct_GetRelayCVlanId(1, 1, 21) + Swct_GetRelayCVlanId(1, 1, 4095) + Swct_GetRelayCVlanId(1, 2, 8), 0);
     EXPECT_EQ(Swct_DoesSVlanForOnePortExist(300, 1, 2), 0U);
     EXPECT_EQ(Swct_DoesCepPortInSvlan(300, 1, 2), 1U) << "whatever the port type";

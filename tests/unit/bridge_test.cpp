@@ -42,7 +42,7 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
         EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}),
                     ElementsAre("7:1/" + port, "7:2/" + port, "7:3/" + port));
         EXPECT_EQ(settings.exists({0, 1, settings.bType}), 1U);
-        EXPECT_EQ(settings.exists({0, settings.bType, 5}) + settings.exists({0, 0, 1}), 0U);
+        EXPECT_EQ(settings.exists({0, settings.bType, 5}) + settings.exists({0, 4, settings.bType}), 0U);
         Swct_Switch_SetSwitchMode(2);
         EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}), IsEmpty());
         EXPECT_EQ(settings.next(nullptr), nullptr);
@@ -271,7 +271,7 @@ TEST_F(RegistrationTest, CountFirstAndSecondOfAnSvid)
 {
     AddPort(1, 1, 3, 2);
     SetDefault(1, 1, 100, 1);
-    AddPep(1, 1, 3, 200);
+    AddPep(1, 1, 16, 200);
     for (const uint16_t wCVid : Vids{40, 1, 3}) {
         Register(1, 1, wCVid, 200);
     }

@@ -129,12 +129,14 @@ TEST_F(ConfigBridgeTest, LimitsAreTestedBeforeEachPortAndDoNotWrap)
 TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
 {
     AddPort(1, 1, 3);
+    AddPort(3, 1, 3);
     AddPort(1, 2, 1);
     const Class &registration = kClasses[0], &translation = kClasses[2], &pep = kClasses[3], &qinq = kClasses[4];
     Cep(1, 1).awPepIndexBySvid[8] = 9;
     Cep(1, 1).awNbrOfCVidInPep[8] = 9;
     SetConfig(469, Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 3, 0, 100) + Record(pep, 1, 1, 4, 0, 4095) +
-                       Record(pep, 1, 1, 5, 0, 300));
+                       Record(pep, 1, 1, 5, 0, 300) + Record(pep, 3, 1, 1, 0, 200));
+    EXPECT_EQ(Cep(3, 1).awPepIndexBySvid[99], 0) << "of another port";
     EXPECT_EQ(+Swct_GetVlanEntryRPtr(300)->dwNbrOfQinQOrPep, 1U);
     EXPECT_EQ(Cep(1, 1).awPepIndexBySvid[99] * 1000 + Cep(1, 1).awPepIndexBySvid[4094] * 10 +
                   Cep(1, 1).awPepIndexBySvid[8],
@@ -142,6 +144,7 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
     EXPECT_EQ(+Cep(1, 1).awNbrOfCVidInPep[8], 9) << "the summaries are class 369's";
     SwctCVidRegistrationRecord asRegistration[] = {{{369, 1, 1, 30}, {30, 100, 0, 0, 0, 0, {}}},
                                                    {{369, 1, 1, 20}, {20, 100, 0, 0, 0, 0, {}}},
+                                                   {{369, 3, 5, 20}, {20, 100, 0, 0, 0, 0, {}}}, // and back
                                                    {{369, 1, 1, 20}, {20, 100, 0, 0, 0, 0, {}}}, // counted each
                                                    {{369, 1, 1, 5}, {5, 101, 0, 0, 0, 0, {}}},   // no PEP
                                                    {}};

@@ -288,9 +288,11 @@ TEST_F(SwitchTest, KeepRepairsWhatARestoreLeftZero)
     EXPECT_THAT(keep(2, 7, 9, 8), ElementsAre(2, 7, 9, 8));
     constexpr uint32_t kKept[] = {1, 1, 1, 3, 4, 5, 6, 7, 1};
     for (uint32_t distribution = 0; distribution < 9; ++distribution) {
-        Swct_Switch__SetGLagDistribution(distribution);
-        Swct_KeepOldSwitchMacWhenRestoreCDB();
-        EXPECT_EQ(Swct_GetGLagDistribution(), kKept[distribution]) << distribution;
+        for (const uint32_t high : {0U, 0x10000U}) { // no other part of the word is left out
+            Swct_Switch__SetGLagDistribution(high + distribution);
+            Swct_KeepOldSwitchMacWhenRestoreCDB();
+            EXPECT_EQ(Swct_GetGLagDistribution(), high != 0 ? 1 : kKept[distribution]) << distribution;
+        }
     }
 }
 
