@@ -262,24 +262,4 @@ TYPED_TEST(QueueWalkTest, APreviousPositionOutsideTheRingsIsFinished)
 }
 
 // The Moid alone is the position: periods that close, other walks and the walk itself make no difference to a step.
-TYPED_TEST(QueueWalkTest, EachStepIsThatOfAFreshCall)
-{
-    Standin__SetExpectedMode(2, 1);
-    SetLags({{4, 1, 2, 4}});
-    HistoryMoid sMoid = this->MoidOf(0, 0, 0, 0);
-    for (unsigned step = 0; step < 3 * TypeParam::kLength; ++step) {
-        const std::string next = this->NextOf(sMoid);
-        this->NextOf(this->MoidOf(2, 4, 1, 0));
-        this->NextOf(this->MoidOf(0, 0, 0, 0));
-        EXPECT_EQ(this->NextOf(sMoid), next) << step;
-        sMoid = *TypeParam::Iterate(&sMoid);
-        // The ring is closed under the walk, which therefore never leaves it.
-        const uint8_t bCurrent = TypeParam::GetCurrent(1, 1, 1);
-        const HistoryRecord sRecord = this->Numbered(7, 1);
-        TypeParam::Write(1, 1, 1, bCurrent, &sRecord);
-        TypeParam::Close(1, 1, 1, bCurrent, 0);
-        EXPECT_EQ(Joined({sMoid.bSlot, sMoid.bPort, sMoid.bQueue}), "1/1/1");
-    }
-}
-
 } // namespace

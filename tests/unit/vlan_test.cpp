@@ -122,23 +122,6 @@ TEST_F(VlanTest, BadIdsAnswerNothingAndChangeNothing)
     EXPECT_TRUE(Region() == before);
 }
 
-TEST_F(VlanTest, WithoutAViewNoVlanIsThere)
-{
-    Create(5, 1);
-    pSwctWrite = nullptr;
-    ExpectAnswers(5, true);
-    pSwctRead = nullptr;
-    ExpectAnswers(5, false);
-    EXPECT_EQ(Swct_GetNbrOfPopulatedVlans(), 0U);
-    std::array<uint8_t, 512> aBitmap{};
-    aBitmap.fill(0xFF);
-    Swct_GetConfiguredVlans(aBitmap.data());
-    EXPECT_THAT(aBitmap, testing::Each(0));
-    const SwctVlanMoid sStart{};
-    EXPECT_EQ(Swct_GetNextVlan(&sStart), nullptr);
-    EXPECT_EQ(Swct_VlanIfInnerTagMoidIterator(&sStart), nullptr);
-}
-
 TEST_F(VlanTest, CreateAndDeleteWriteTheirFieldsOnly)
 {
     const auto untouched = [](auto& abField) { std::memset(abField, 0xEE, sizeof abField); };
