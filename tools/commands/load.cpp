@@ -18,6 +18,7 @@ struct Options {
     bool dryRun = false;
     bool lenient = false;
     bool force = false;
+    WriteOptions write{.isWhole = true};
 };
 
 std::string Count(std::size_t number, const char* pWord)
@@ -83,7 +84,7 @@ int Load(const Options& options, bool asJson)
         throw FailureOf(options.file, result);
     }
     if (!options.dryRun) {
-        ChangeRegion(FileName(options.file), [&](const Configuration& present) {
+        ChangeRegion(FileName(options.file), options.write, [&](const Configuration& present) {
             RefuseToEmpty(options, result.configuration, present);
             return result.configuration;
         });
@@ -104,6 +105,7 @@ Action SetUpLoad(CLI::App& command)
     command.add_flag("--dry-run", options->dryRun, "Check the file only");
     command.add_flag("--lenient", options->lenient, "Rules about what makes sense give warnings instead of errors");
     command.add_flag("--force", options->force, "Load a file without ports and VLANs into a node that has some");
+    AddWriteOptions(command, options->write);
     return [options](const Globals& globals) { return Load(*options, globals.json); };
 }
 

@@ -1,6 +1,7 @@
 // write.cpp - the one way in which a command changes the configuration of the region.
 #include "commands/write.h"
 
+#include "commands/help.h"
 #include "objects/failure.h"
 #include "terminal/attach.h"
 
@@ -8,7 +9,14 @@
 
 namespace tool {
 
-void ChangeRegion(const std::string& what, const Change& change)
+void AddWriteOptions(CLI::App& command, WriteOptions& options)
+{
+    command.add_option("--wait", options.waitSeconds, "Seconds to wait while another command writes")
+        ->check(InRange(0, 86400))
+        ->type_name("SECONDS");
+}
+
+void ChangeRegion(const std::string& what, const WriteOptions& /*options*/, const Change& change)
 {
     AttachForWriting();
     const Configuration wanted = change(ReadRegion());

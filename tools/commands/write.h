@@ -3,15 +3,27 @@
 
 #include "objects/configuration.h"
 
+#include <CLI/CLI.hpp>
 #include <functional>
 #include <string>
 
 namespace tool {
 
+// What every command that changes the region takes.
+struct WriteOptions {
+    unsigned waitSeconds = 0;    // for the end of another command's write
+    unsigned confirmSeconds = 0; // 0: the change is final at once
+    bool withoutCheckpoint = false;
+    bool isWhole = false; // set by the command: what it writes does not depend on what the region holds
+};
+
+// Adds --wait, --confirm and --no-checkpoint.
+void AddWriteOptions(CLI::App& command, WriteOptions& options);
+
 // From what the region holds to what it shall hold.  Throws a Failure to leave the region as it is.
 using Change = std::function<Configuration(const Configuration& present)>;
 
-// Attaches for writing, changes the region and reads it back.  `what` is the doer in messages: a file, or a command.
-void ChangeRegion(const std::string& what, const Change& change);
+// Changes the region, whole or not at all, and reads it back.  `what` is the doer in messages: a file, or a command.
+void ChangeRegion(const std::string& what, const WriteOptions& options, const Change& change);
 
 } // namespace tool
