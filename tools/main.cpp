@@ -6,7 +6,9 @@
 #include "objects/notation.h"
 #include "platform/gt.h"
 #include "platform/standin.h"
+#include "terminal/attach.h"
 #include "terminal/terminal.h"
+#include "write/confirmation.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -27,8 +29,15 @@ constexpr Command kCommands[] = {
      "piovios load node.json --dry-run\npiovios load node.json\n", SetUpLoad},
     {"save", "Write the region's configuration as JSON", "piovios save node.json\npiovios save | less\n", SetUpSave,
      false, "what save writes is JSON with and without --json"},
-    {"diff", "Compare a configuration file with the region or with another file",
-     "piovios diff node.json\npiovios diff old.json new.json\n", SetUpDiff},
+    {"diff", "Compare a configuration file or checkpoint with the region or with another one",
+     "piovios diff node.json\npiovios diff old.json new.json\npiovios diff auto-7\n", SetUpDiff},
+    {"checkpoint", "Keep the configuration under a name, list what is kept, or delete it",
+     "piovios checkpoint before-upgrade\npiovios checkpoint --list\npiovios checkpoint --delete before-upgrade\n",
+     SetUpCheckpoint},
+    {"rollback", "Go back to a checkpoint, or to what was there before the last change",
+     "piovios rollback\npiovios rollback before-upgrade\n", SetUpRollback},
+    {"confirm", "Keep the change that would be taken back otherwise",
+     "piovios load node.json --confirm 5m\npiovios confirm\n", SetUpConfirm},
     {"show", "Show a table of the region",
      "piovios show vlans --port 1/2\npiovios show vlan 100\npiovios show cvids --port 1/3 --svid 100-199\n"
      "piovios show ports --json\n",
@@ -57,6 +66,8 @@ constexpr Command kCommands[] = {
      "--json is for its errors only"},
     {"demo", "Run a small node of several processes on a region of its own", "piovios demo\npiovios demo node.json\n",
      SetUpDemo, false, "--json is for its errors only"},
+    {"await-confirmation", "Take a change back that nobody confirms", "piovios await-confirmation\n",
+     SetUpAwaitConfirmation, true},
     {"complete", "List the words that may come next in a command line", "piovios complete show\n", SetUpComplete, true},
 };
 
@@ -150,6 +161,8 @@ int Run(int argc, char** argv, Globals& globals)
     app.add_option("--names", names, "File of the site's names for values, counters and stamps")
         ->type_name("FILE")
         ->envname("PIOVIOS_NAMES");
+    std::string copy;
+    app.add_option("--region", copy, "Read a copy of a region, a file, instead of the node's own")->type_name("FILE");
     app.require_subcommand(0, 1); // or a file that is called "check" would count as a second one
     std::vector<std::pair<const CLI::App*, Action>> actions;
     for (const Command& row : kCommands) {
@@ -173,6 +186,12 @@ int Run(int argc, char** argv, Globals& globals)
     DBG_EHSL = DBG_SWCH;
     if (!names.empty()) {
         UseNames(ReadNames(names));
+    }
+    if (!copy.empty()) {
+        UseCopy(copy);
+    }
+    if (!app.get_subcommands().empty() && !app.get_subcommands().front()->get_group().empty()) {
+        SettleAndTellNews();
     }
     const int exitCode = ActionOfParsed(std::move(actions))(globals);
     Flush();

@@ -147,6 +147,61 @@ void* Map(Object& sObject, uint32_t dwSize, int iProtection, int iFlags = 0)
     return pMapping;
 }
 
+// Nobody may write to a copy, as if it were somebody else's.
+bool RefusesCopy(Object& sObject)
+{
+    if (sSettings.pShmCopy != nullptr) {
+        Fail(sObject, STANDIN__SHM_NO_PERMISSION, "%s takes its place, a copy that can only be read",
+             sSettings.pShmCopy);
+    }
+    return sSettings.pShmCopy != nullptr;
+}
+
+// Reads what is there, up to 'iSize' bytes; -1 for an error.
+ssize_t ReadAll(int iFd, uint8_t* pBytes, size_t iSize)
+{
+    size_t iRead = 0;
+    while (iRead < iSize) {
+        const ssize_t iGot = read(iFd, pBytes + iRead, iSize - iRead);
+        if (iGot == 0) {
+            break;
+        }
+        if (iGot > 0) {
+            iRead += static_cast<size_t>(iGot);
+        } else if (errno != EINTR) {
+            return -1;
+        }
+    }
+    return static_cast<ssize_t>(iRead);
+}
+
+// A file is read, not mapped: it may be a pipe, and may be truncated later.
+void* OpenCopy(uint32_t dwSize)
+{
+    Object sObject("read a copy of");
+    std::snprintf(sObject.aPath, sizeof(sObject.aPath), "%s", sSettings.pShmCopy);
+    sObject.iFd = open(sSettings.pShmCopy, O_RDONLY | O_CLOEXEC | O_NOCTTY);
+    if (sObject.iFd < 0) {
+        Fail(sObject, errno == ENOENT ? STANDIN__SHM_MISSING : STANDIN__SHM_SYSTEM, "%s", std::strerror(errno));
+        return nullptr;
+    }
+    const size_t iRoom = size_t{dwSize} + 1; // a byte more shows a longer file
+    void* pCopy = mmap(nullptr, iRoom, PROT_READ | PROT_WRITE, MAP_PRIVATE | MAP_ANONYMOUS, -1, 0);
+    const ssize_t iRead = pCopy == MAP_FAILED ? -1 : ReadAll(sObject.iFd, static_cast<uint8_t*>(pCopy), iRoom);
+    if (iRead < 0) {
+        Fail(sObject, STANDIN__SHM_SYSTEM, "%s", std::strerror(errno));
+    } else if (iRead != dwSize) {
+        Fail(sObject, STANDIN__SHM_OTHER_SIZE, "it has %s%zd bytes instead of %u; copy the whole object",
+             iRead > dwSize ? "at least " : "", iRead, dwSize);
+    } else if (mprotect(pCopy, iRoom, PROT_READ) == 0) {
+        return pCopy;
+    }
+    if (pCopy != MAP_FAILED) {
+        munmap(pCopy, iRoom);
+    }
+    return nullptr;
+}
+
 enum class Found { kNothing, kKept, kMade };
 
 // Opens the object that is there if it has the right size; else makes a new one, so far of no size.  A creator that
@@ -197,7 +252,7 @@ void* Slib__CreateShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
         return standin::TakeMemory(sSettings.sMemory.pCreated, dwSize);
     }
     Object sObject("create");
-    if (!SetPath(sObject, pName)) {
+    if (!SetPath(sObject, pName) || RefusesCopy(sObject)) {
         return nullptr;
     }
     const Found eFound = OpenOrMake(sObject, dwSize);
@@ -224,8 +279,11 @@ void* Slib__OpenShm(const char* pName, uint32_t dwSize, uint32_t dwMode)
         const StandinMemory& sMemory = sSettings.sMemory;
         return standin::TakeMemory(boMayWrite ? sMemory.pWritable : const_cast<void*>(sMemory.pReadable), dwSize);
     }
+    if (sSettings.pShmCopy != nullptr && !boMayWrite) {
+        return OpenCopy(dwSize);
+    }
     Object sObject("open");
-    if (!SetPath(sObject, pName)) {
+    if (!SetPath(sObject, pName) || RefusesCopy(sObject)) {
         return nullptr;
     }
     sObject.iFd = shm_open(sObject.aPath, (boMayWrite ? O_RDWR : O_RDONLY) | O_CLOEXEC, 0);
@@ -255,6 +313,11 @@ void Standin__SetShmPrefix(const char* pPrefix)
     std::snprintf(sSettings.aShmPrefix, sizeof(sSettings.aShmPrefix), "%s", pPrefix != nullptr ? pPrefix : "");
 }
 
+void Standin__UseShmCopy(const char* pFile)
+{
+    sSettings.pShmCopy = pFile;
+}
+
 uint32_t Standin__ShmPath(const char* pName, char* pPath, uint32_t dwSize)
 {
     Object sObject("name");
@@ -273,7 +336,7 @@ uint32_t Standin__ShmPath(const char* pName, char* pPath, uint32_t dwSize)
 uint32_t Standin__RemoveShm(const char* pName)
 {
     Object sObject("remove");
-    if (!SetPath(sObject, pName)) {
+    if (!SetPath(sObject, pName) || RefusesCopy(sObject)) {
         return 0;
     }
     if (shm_unlink(sObject.aPath) != 0) {

@@ -13,9 +13,10 @@
 namespace tool {
 
 enum class Kind {
-    kDrift,   // a value that is derived from others differs from them, or bytes that nobody uses are not zero
-    kMeaning, // a value out of its range
-    kDangling // an object that needs another one that is not there; the rules of a configuration file
+    kDrift,    // a value that is derived from others differs from them, or bytes that nobody uses are not zero
+    kMeaning,  // a value out of its range
+    kDangling, // an object that needs another one that is not there; the rules of a configuration file
+    kTorn      // neither whole as before a write nor as after it
 };
 
 struct Finding {

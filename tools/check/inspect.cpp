@@ -1,5 +1,7 @@
 #include "check/inspect.h"
 
+#include "check/torn.h"
+
 #include <algorithm>
 #include <chrono>
 #include <thread>
@@ -10,7 +12,11 @@ namespace {
 
 Findings Look()
 {
-    return Audit(*TakePicture(), CopyRings15m(), CopyRings24h());
+    const auto picture = TakePicture();
+    Findings findings = TornBy(*picture);
+    const Findings audited = Audit(*picture, CopyRings15m(), CopyRings24h());
+    findings.insert(findings.end(), audited.begin(), audited.end());
+    return findings;
 }
 
 } // namespace
@@ -35,7 +41,7 @@ Findings Inspect()
 
 const char* KindText(Kind kind)
 {
-    constexpr const char* kTexts[] = {"drift", "meaning", "dangling"};
+    constexpr const char* kTexts[] = {"drift", "meaning", "dangling", "torn"};
     return kTexts[static_cast<std::size_t>(kind)];
 }
 

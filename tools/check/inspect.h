@@ -9,7 +9,7 @@ namespace tool {
 // finding.  Needs the read view, and writes nothing.
 Findings Inspect();
 
-inline constexpr Kind kAllKinds[] = {Kind::kDrift, Kind::kMeaning, Kind::kDangling};
+inline constexpr Kind kAllKinds[] = {Kind::kDrift, Kind::kMeaning, Kind::kDangling, Kind::kTorn};
 
 const char* KindText(Kind kind);
 std::size_t CountOf(const Findings& findings, Kind kind);

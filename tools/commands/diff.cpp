@@ -4,13 +4,24 @@
 #include "commands/faults_text.h"
 #include "objects/failure.h"
 #include "objects/picture.h"
+#include "state/checkpoints.h"
 #include "terminal/attach.h"
 
 #include <CLI/CLI.hpp>
+#include <filesystem>
 
 namespace tool {
 
 namespace {
+
+// A file of that name wins.
+Configuration ReadFileOrCheckpoint(const std::string& name)
+{
+    std::error_code error;
+    const bool isFile = name == "-" || std::filesystem::exists(name, error);
+    const auto text = isFile || IsCopy() ? std::nullopt : ReadCheckpoint(name);
+    return text ? ReadStateText(name, *text) : ReadConfigurationFile(name);
+}
 
 int RunDiff(const std::string& file, const std::string& file2, bool asJson)
 {
@@ -20,14 +31,14 @@ int RunDiff(const std::string& file, const std::string& file2, bool asJson)
     }
     std::vector<Difference> differences;
     if (hasTwoFiles) {
-        const Configuration before = ReadConfigurationFile(file);
-        differences = Diff(before, ReadConfigurationFile(file2));
+        const Configuration before = ReadFileOrCheckpoint(file);
+        differences = Diff(before, ReadFileOrCheckpoint(file2));
     } else {
         AttachForReading();
         std::optional<Configuration> after; // read while the region shows whether it rests
         const auto picture = TakeSteadyPicture([&](const Picture&) {
             if (!after) {
-                after = ReadConfigurationFile(file);
+                after = ReadFileOrCheckpoint(file);
             }
         });
         differences = Diff(ReadConfiguration(*picture), *after);
@@ -57,8 +68,8 @@ Action SetUpDiff(CLI::App& command)
 {
     auto file = std::make_shared<std::string>();
     auto file2 = std::make_shared<std::string>();
-    command.add_option("FILE", *file, "JSON configuration; - reads the standard input")->required();
-    command.add_option("FILE2", *file2, "Compare FILE with this file instead of the region");
+    command.add_option("FILE", *file, "JSON configuration, - reads the standard input; or a checkpoint")->required();
+    command.add_option("FILE2", *file2, "Compare FILE with this one instead of the region");
     return [file, file2](const Globals& globals) { return RunDiff(*file, *file2, globals.json); };
 }
 

@@ -1,9 +1,11 @@
 // region.cpp - init and remove: the region as a whole.
 #include "commands/command.h"
+#include "commands/write.h"
 #include "objects/failure.h"
 #include "terminal/attach.h"
 #include "terminal/terminal.h"
 #include "terminal/users.h"
+#include "write/region_write.h"
 
 #include <CLI/CLI.hpp>
 #include <fmt/format.h>
@@ -21,23 +23,42 @@ void Report(const Globals& globals, const char* key, const char* verb)
     }
 }
 
-int Init(const Globals& globals, bool force)
+struct Options {
+    bool force = false;
+    WriteOptions write;
+};
+
+// A way back from it stays, unless it is not wanted.
+void Wipe(const Options& options, void (*wipe)())
 {
-    if (!force && FindRegion()) {
+    if (FindRegion() && !options.write.withoutCheckpoint) {
+        NoteLoss();
+    }
+    wipe();
+    RemoveRecord(RecordKind::kWrite);
+}
+
+int Init(const Globals& globals, const Options& options)
+{
+    const SignalShield signals;
+    const WriterLock lock(signals, std::chrono::seconds(options.write.waitSeconds), WriterLock::For::kCreation);
+    if (!options.force && FindRegion()) {
         throw Failure(kInUse,
                       fmt::format("the region {} exists: save it first if it matters, then use 'piovios init --force', "
                                   "which wipes it",
                                   RegionName()));
     }
-    CreateRegion();
+    Wipe(options, CreateRegion);
     Report(globals, "created", "created");
     return kOk;
 }
 
-int Remove(const Globals& globals, bool force)
+int Remove(const Globals& globals, const Options& options)
 {
+    const SignalShield signals;
+    const WriterLock lock(signals, std::chrono::seconds(options.write.waitSeconds));
     const auto region = FindRegion();
-    if (region && !force) {
+    if (region && !options.force) {
         const std::string users = ToText(UsersOf(*region));
         if (!users.empty()) {
             throw Failure(kInUse, fmt::format("the region {} is in use by {}: stop them, or use 'piovios remove "
@@ -45,17 +66,18 @@ int Remove(const Globals& globals, bool force)
                                               RegionName(), users));
         }
     }
-    RemoveRegion();
+    Wipe(options, RemoveRegion);
     Report(globals, "removed", "removed");
     return kOk;
 }
 
-// Both commands have one option.
-Action SetUpForced(CLI::App& command, const char* help, int (*run)(const Globals&, bool))
+// Both commands have the same options.
+Action SetUpForced(CLI::App& command, const char* help, int (*run)(const Globals&, const Options&))
 {
-    auto force = std::make_shared<bool>(false);
-    command.add_flag("--force", *force, help);
-    return [force, run](const Globals& globals) { return run(globals, *force); };
+    auto options = std::make_shared<Options>();
+    command.add_flag("--force", options->force, help);
+    AddLockOptions(command, options->write);
+    return [options, run](const Globals& globals) { return run(globals, *options); };
 }
 
 } // namespace

@@ -16,24 +16,6 @@ namespace tool {
 
 namespace {
 
-// "2 days 3 h", "3 h 12 min", "12 min 5 s": two units are enough.
-std::string AgeText(int64_t seconds)
-{
-    struct Unit {
-        int64_t seconds;
-        const char* name;
-    };
-    constexpr Unit kUnits[] = {{86400, "days"}, {3600, "h"}, {60, "min"}, {1, "s"}};
-    std::size_t first = 0;
-    while (first + 2 < std::size(kUnits) && seconds < kUnits[first].seconds) {
-        ++first;
-    }
-    const Unit& large = kUnits[first];
-    const Unit& small = kUnits[first + 1];
-    return fmt::format("{} {} {} {}", seconds / large.seconds, large.name, seconds % large.seconds / small.seconds,
-                       small.name);
-}
-
 struct Count {
     const char* name; // in JSON
     const char* title;
@@ -81,7 +63,7 @@ Status TakeStatus()
         status.age = age;
     }
     struct stat file = {};
-    if (stat(("/dev/shm" + RegionName()).c_str(), &file) == 0) {
+    if (stat(RegionPath().c_str(), &file) == 0) {
         status.size = file.st_size;
         status.users = UsersOf({file.st_dev, file.st_ino});
     }
@@ -148,7 +130,7 @@ void PrintAsText(const Status& status)
 {
     PrintLine("Region", fmt::format("{}, {} bytes", RegionName(), status.size));
     PrintLine("Created", fmt::format("{} UTC, {}", TimeText(status.attributes.dwSwitchUpTime),
-                                     status.age ? AgeText(*status.age) + " ago" : "later than this clock's time"));
+                                     status.age ? DurationText(*status.age) + " ago" : "later than this clock's time"));
     PrintLine("Mapped by", UsersText(status.users));
     PrintLine("Switch",
               fmt::format("\"{}\", mode {}", NameOf(status.attributes), ModeText(status.attributes.dwSwitchMode)));

@@ -178,6 +178,7 @@ void PrintChanges(const Reading& before, const Reading& after, const Scope& scop
 
 int Watch(const Globals& globals, const Scope& scope, milliseconds interval)
 {
+    RefuseCopy();
     AttachForReading();
     const auto region = FindRegion();
     CatchInterrupts();

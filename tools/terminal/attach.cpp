@@ -16,6 +16,8 @@ namespace {
 
 constexpr char kObject[] = "/swct-data";
 
+std::string sCopy; // its file; empty: the region itself
+
 // Catches what the platform and the library write to stderr while it lives.  A failure shall be one line, so the
 // platform's line becomes the failure's text; after a success it is passed on (traces that the user asked for).
 class StderrCatcher {
@@ -75,7 +77,7 @@ int ExitCodeOf(uint32_t shmFailure)
     if (line.empty()) {
         line = fmt::format("cannot use the region {}", kObject);
     }
-    if (reason == STANDIN__SHM_MISSING) {
+    if (reason == STANDIN__SHM_MISSING && !IsCopy()) {
         line = fmt::format("there is no region {}: start the process that creates it, or run 'piovios init'",
                            RegionName());
     }
@@ -106,6 +108,7 @@ void AttachForReading()
 
 void AttachForWriting()
 {
+    RefuseCopy();
     Attempt([] {
         Swct_CdbmOpen();
         return Swct_IsAttachedForWriting() != 0;
@@ -114,6 +117,7 @@ void AttachForWriting()
 
 void CreateRegion()
 {
+    RefuseCopy();
     Attempt([] {
         Swct_Init();
         return Swct_IsAttachedForWriting() != 0;
@@ -122,11 +126,35 @@ void CreateRegion()
 
 void RemoveRegion()
 {
+    RefuseCopy();
     Attempt([] { return Standin__RemoveShm(kObject) != 0; });
+}
+
+void UseCopy(const std::string& file)
+{
+    sCopy = file;
+    Standin__UseShmCopy(sCopy.c_str());
+}
+
+bool IsCopy()
+{
+    return !sCopy.empty();
+}
+
+void RefuseCopy()
+{
+    if (IsCopy()) {
+        throw Failure(kBadInput, fmt::format("{} is a copy of a region, which can only be read, and does not change: "
+                                             "leave out --region",
+                                             sCopy));
+    }
 }
 
 std::string RegionName()
 {
+    if (IsCopy()) {
+        return sCopy;
+    }
     static const std::string name = [] {
         char path[STANDIN__SHM_PATH_SIZE] = {};
         Attempt([&path] { return Standin__ShmPath(kObject, path, sizeof(path)) != 0; });
@@ -135,11 +163,15 @@ std::string RegionName()
     return name;
 }
 
+std::string RegionPath()
+{
+    return IsCopy() ? sCopy : "/dev/shm" + RegionName(); // where the objects are files
+}
+
 std::optional<RegionIdentity> FindRegion()
 {
     struct stat status = {};
-    // Objects are files of /dev/shm; a stat needs no permission on the object itself.
-    if (stat(("/dev/shm" + RegionName()).c_str(), &status) != 0) {
+    if (stat(RegionPath().c_str(), &status) != 0) { // needs no permission on the object itself
         return std::nullopt;
     }
     return RegionIdentity{status.st_dev, status.st_ino};

@@ -13,8 +13,14 @@ void AttachForWriting();
 void CreateRegion();
 void RemoveRegion();
 
-// The object's name with the prefix in force: "/swct-data".
+// From now on the region is a copy of one in a file: it can be read, and all else throws a Failure.
+void UseCopy(const std::string& file);
+bool IsCopy();
+void RefuseCopy();
+
+// The object's name with the prefix in force: "/swct-data"; of a copy its file.
 std::string RegionName();
+std::string RegionPath(); // the object as a file
 
 // Tells one object from another that got the same name later.
 struct RegionIdentity {

@@ -66,4 +66,21 @@ std::string TimeText(uint32_t seconds)
     return text;
 }
 
+std::string DurationText(int64_t seconds)
+{
+    struct Unit {
+        int64_t seconds;
+        const char* name;
+    };
+    constexpr Unit kUnits[] = {{86400, "days"}, {3600, "h"}, {60, "min"}, {1, "s"}};
+    std::size_t first = 0;
+    while (first + 2 < std::size(kUnits) && seconds < kUnits[first].seconds) {
+        ++first;
+    }
+    const Unit& large = kUnits[first];
+    const Unit& small = kUnits[first + 1];
+    return fmt::format("{} {} {} {}", seconds / large.seconds, large.name, seconds % large.seconds / small.seconds,
+                       small.name);
+}
+
 } // namespace tool

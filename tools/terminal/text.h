@@ -15,5 +15,7 @@ std::string CleanText(const char* name, std::size_t size);
 std::string CleanText(std::string_view text);
 
 std::string TimeText(uint32_t seconds); // UTC, of seconds since 1970
+// "2 days 3 h", "3 h 12 min", "12 min 5 s": two units are enough.
+std::string DurationText(int64_t seconds);
 
 } // namespace tool

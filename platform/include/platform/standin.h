@@ -51,6 +51,10 @@ PLATFORM_API uint32_t Standin__ShmPath(const char* pName, char* pPath, uint32_t 
 /* Removes an object.  Processes that have mapped it keep what they have.  Returns 0 when it could not. */
 PLATFORM_API uint32_t Standin__RemoveShm(const char* pName);
 
+/* From now on opening for reading hands out a private copy of this file, whatever the name; creating, removing and
+ * opening for writing fail.  'pFile' lasts for as long as it is in use.  Null goes back to objects. */
+PLATFORM_API void Standin__UseShmCopy(const char* pFile);
+
 /* ---- Memory of the process in place of shared memory: for tests ---- */
 
 /* What each call hands out; null makes it fail, without a line on stderr. */
