@@ -68,7 +68,10 @@ constexpr Command kCommands[] = {
      SetUpDemo, false, "--json is for its errors only"},
     {"await-confirmation", "Take a change back that nobody confirms", "piovios await-confirmation\n",
      SetUpAwaitConfirmation, true},
-    {"complete", "List the words that may come next in a command line", "piovios complete show\n", SetUpComplete, true},
+    {"complete", "List the words that may come next in a command line, for shells",
+     "piovios complete -- show vlan ''\n", SetUpComplete, true},
+    {"manual", "Print the parts of the manual pages that are made from the command", "piovios manual commands\n",
+     SetUpManual, true},
 };
 
 constexpr char kExamples[] = "piovios init\n"
@@ -216,8 +219,8 @@ int main(int argc, char** argv)
                           globals.json);
         }
     } catch (const OutputClosed&) {
-        std::freopen("/dev/null", "w", stdout); // what is still buffered has no reader
-        return kOk;
+        // What is still buffered has no reader.  When not even that can be opened, its loss is told to nobody either.
+        return std::freopen("/dev/null", "w", stdout) != nullptr ? kOk : kNotWritten;
     } catch (const Failure& failure) { // the report itself could not be written
         PrintError(failure.what());
         return failure.exitCode;

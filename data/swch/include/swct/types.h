@@ -19,6 +19,10 @@
 #include <stddef.h>
 #include <stdint.h>
 
+#if __BYTE_ORDER__ != __ORDER_LITTLE_ENDIAN__ || __SIZEOF_POINTER__ != 8
+#error "piovios needs a little-endian target of 64 bits: the region is shared as the bytes of one"
+#endif
+
 #ifdef __cplusplus
 #define SWCT_EXTERN extern "C"
 #define SWCT_NOEXCEPT noexcept
