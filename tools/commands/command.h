@@ -47,5 +47,6 @@ Action SetUpLayout(CLI::App& command);
 Action SetUpSchema(CLI::App& command);
 Action SetUpDemo(CLI::App& command);
 Action SetUpComplete(CLI::App& command);
+Action SetUpManual(CLI::App& command);
 
 } // namespace tool

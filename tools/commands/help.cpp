@@ -1,4 +1,4 @@
-// help.cpp - the parser's view of the commands: subcommands, their help, and the words that complete them.
+// help.cpp - the parser's view of the commands: subcommands, their help, and the words that would be right.
 #include "commands/help.h"
 
 #include "objects/failure.h"
@@ -84,21 +84,6 @@ std::vector<std::string> NextWords(const CLI::App& place)
         }
     }
     return {next.begin(), next.end()};
-}
-
-Action SetUpComplete(CLI::App& command)
-{
-    auto words = std::make_shared<std::vector<std::string>>();
-    command.add_option("WORD", *words, "The words before the one to complete, without options");
-    return [&command, words](const Globals&) {
-        const CLI::App* place = command.get_parent();
-        for (const std::string& word : *words) {
-            const auto below = place->get_subcommands([&word](const CLI::App* app) { return app->get_name() == word; });
-            place = below.empty() ? place : below.front();
-        }
-        Print(fmt::format("{}\n", fmt::join(NextWords(*place), "\n")));
-        return 0;
-    };
 }
 
 } // namespace tool

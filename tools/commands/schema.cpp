@@ -10,7 +10,8 @@ namespace tool {
 Action SetUpSchema(CLI::App& command)
 {
     auto what = std::make_shared<std::string>("configuration");
-    command.add_option("WHAT", *what, "configuration, output, or tables of the configuration's members in Markdown")
+    command.add_option("WHAT", *what, "The first is the default; tables are the configuration's members in Markdown")
+        ->type_name("configuration|output|tables")
         ->check(CLI::IsMember({"configuration", "output", "tables"}).description(""));
     return [what](const Globals&) {
         Print(*what == "configuration" ? ConfigurationSchema()

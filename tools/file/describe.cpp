@@ -1,9 +1,11 @@
 // describe.cpp - the schema and the tables of the configuration.
 #include "file/describe.h"
 
+#include "file/roff.h"
 #include "file/schema_parts.h"
 #include "objects/notation.h"
 
+#include <cctype>
 #include <fmt/format.h>
 
 namespace tool {
@@ -58,11 +60,13 @@ std::string MeaningText(const Field& field)
     return text;
 }
 
-std::string TableRow(const std::string& name, const std::string& type, const std::string& byDefault,
-                     const std::string& meaning)
-{
-    return fmt::format("| `{}` | {} | {} |{}{} |\n", name, type, byDefault, meaning.empty() ? "" : " ", meaning);
-}
+// A member of an object as the documents tell it.
+struct Member {
+    std::string name;
+    std::string type;
+    std::string byDefault;
+    std::string meaning;
+};
 
 // The classes whose objects lie in an object of this one.
 std::vector<const ObjectClass*> ChildrenOf(Class id)
@@ -80,32 +84,84 @@ std::vector<const ObjectClass*> ChildrenOf(Class id)
     return children;
 }
 
+std::string TypeOf(const ObjectClass& child)
+{
+    switch (child.id) {
+    case Class::kPriority:
+        return "eight numbers from 1 to 8";
+    case Class::kMember:
+        return "object of `tagged` and `untagged`, lists of ports, and `other`, an object of port and number";
+    default:
+        return child.isList ? "list of objects, below" : "object, below";
+    }
+}
+
+std::vector<Member> MembersOf(const ObjectClass& row)
+{
+    std::vector<Member> members;
+    for (const Field& field : row.fields) {
+        const bool isCVids = row.id == Class::kRegistration && &field == row.fields.data();
+        members.push_back(
+            isCVids ? Member{std::string(member::kCVids), "VIDs", "required", "each C-VID once on a port"}
+                    : Member{std::string(field.name), TypeText(field), PresenceText(row, field), MeaningText(field)});
+    }
+    for (const ObjectClass* pChild : ChildrenOf(row.id)) {
+        members.push_back({std::string(pChild->member), TypeOf(*pChild), "none", std::string(pChild->meaning)});
+    }
+    return members;
+}
+
+// "Node-wide settings."
+std::string Sentence(std::string_view text)
+{
+    std::string sentence(text);
+    if (!sentence.empty()) {
+        sentence[0] = static_cast<char>(std::toupper(static_cast<unsigned char>(sentence[0])));
+        sentence += '.';
+    }
+    return sentence;
+}
+
 std::string TableOf(const ObjectClass& row)
 {
     std::string text = fmt::format("### `{}`\n\n", row.member);
-    text += row.meaning.empty()
-                ? ""
-                : std::string(1, static_cast<char>(row.meaning[0] -
-                                                   ('a' <= row.meaning[0] && row.meaning[0] <= 'z' ? 32 : 0))) +
-                      std::string(row.meaning.substr(1)) + ".\n\n";
+    text += row.meaning.empty() ? "" : Sentence(row.meaning) + "\n\n";
     text += "| member | value | default | |\n|---|---|---|---|\n";
-    for (const Field& field : row.fields) {
-        const bool isCVids = row.id == Class::kRegistration && &field == row.fields.data();
-        text += isCVids
-                    ? TableRow(std::string(member::kCVids), "VIDs", "required", "each C-VID once on a port")
-                    : TableRow(std::string(field.name), TypeText(field), PresenceText(row, field), MeaningText(field));
-    }
-    for (const ObjectClass* pChild : ChildrenOf(row.id)) {
-        const bool isShort = pChild->id == Class::kPriority;
-        const std::string type = isShort ? "eight numbers from 1 to 8"
-                                 : pChild->id == Class::kMember
-                                     ? "object of `tagged` and `untagged`, lists of ports, and "
-                                       "`other`, an object of port and number"
-                                 : pChild->isList ? "list of objects, below"
-                                                  : "object, below";
-        text += TableRow(std::string(pChild->member), type, "none", std::string(pChild->meaning));
+    for (const auto& [name, type, byDefault, meaning] : MembersOf(row)) {
+        text += fmt::format("| `{}` | {} | {} |{}{} |\n", name, type, byDefault, meaning.empty() ? "" : " ", meaning);
     }
     return text + '\n';
+}
+
+// Without the marks of Markdown.
+std::string Plain(std::string text)
+{
+    std::erase(text, '`');
+    return Roff(text);
+}
+
+std::string ManualOf(const ObjectClass& row)
+{
+    std::string text = fmt::format(".SS {}\n", Roff(row.member));
+    text += row.meaning.empty() ? "" : RoffLine(Sentence(row.meaning)) + '\n';
+    for (const auto& [name, type, byDefault, meaning] : MembersOf(row)) {
+        text += fmt::format(".TP\n.B {}\n{}{}", Roff(name), Plain(Sentence(meaning)), meaning.empty() ? "" : "\n");
+        text += fmt::format("Value: {}.\nDefault: {}.\n", Plain(type), Plain(byDefault));
+    }
+    return text;
+}
+
+// The classes that have a table of their own.
+template <class MakeText>
+std::string ForEachObject(MakeText makeText)
+{
+    std::string text;
+    for (const ObjectClass& row : Catalogue()) {
+        if (row.id != Class::kNode && row.id != Class::kPriority && row.id != Class::kMember) {
+            text += makeText(row);
+        }
+    }
+    return text;
 }
 
 Json ListSchema(Class id, std::size_t most)
@@ -120,14 +176,14 @@ Json ListSchema(Class id, std::size_t most)
 
 std::string ConfigurationTables()
 {
-    std::string text;
-    for (const ObjectClass& row : Catalogue()) {
-        if (row.id != Class::kNode && row.id != Class::kPriority && row.id != Class::kMember) {
-            text += TableOf(row);
-        }
-    }
+    std::string text = ForEachObject(TableOf);
     text.pop_back();
     return text;
+}
+
+std::string ConfigurationManual()
+{
+    return ForEachObject(ManualOf);
 }
 
 std::string ConfigurationSchema()
