@@ -39,5 +39,5 @@ def node(request: pytest.FixtureRequest, region: str) -> Iterator[piovios.Node]:
     with piovios.open(create=True, prefix=region) as made:
         mark = request.node.get_closest_marker("configuration")
         if mark:
-            subprocess.run(["piovios", "load", *mark.args], check=True, stdout=subprocess.DEVNULL)
+            subprocess.run(["piovios", "load", "--no-checkpoint", *mark.args], check=True, stdout=subprocess.DEVNULL)
         yield made

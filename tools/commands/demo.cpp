@@ -33,7 +33,10 @@ class Node {
 public:
     Node()
     {
-        setenv("PIOVIOS_SHM_PREFIX", fmt::format("piovios-demo-{}-", getpid()).c_str(), 1);
+        const std::string name = fmt::format("piovios-demo-{}-", getpid());
+        setenv("PIOVIOS_SHM_PREFIX", name.c_str(), 1);
+        m_state = std::filesystem::temp_directory_path() / name;
+        setenv("STATE_DIRECTORY", m_state.c_str(), 1);
         // These signals wait until the node looks at them, so none gets lost between a look and a sleep.
         sigemptyset(&m_signals);
         for (const int number : {SIGCHLD, SIGINT, SIGTERM, SIGHUP}) {
@@ -55,6 +58,8 @@ public:
             RemoveRegion();
         } catch (const Failure&) { // it was not created yet
         }
+        std::error_code error; // nothing of it matters to anybody
+        std::filesystem::remove_all(m_state, error);
     }
 
     pid_t Start(const Words& words)
@@ -105,6 +110,7 @@ private:
         _exit(kBadInput);
     }
 
+    std::filesystem::path m_state;
     sigset_t m_signals{};
     sigset_t m_former{};
     std::vector<pid_t> m_running;

@@ -3,6 +3,7 @@
 #include "commands/command.h"
 #include "commands/region_view.h"
 #include "objects/failure.h"
+#include "state/records.h"
 #include "terminal/attach.h"
 #include "terminal/text.h"
 #include "terminal/users.h"
@@ -51,7 +52,13 @@ struct Status {
     std::vector<RegionUser> users;
     std::vector<Count> counts;
     Findings findings;
+    std::optional<Record> confirmation; // of a change that waits for it
 };
+
+int64_t SecondsLeft(const Record& confirmation)
+{
+    return std::max<int64_t>(MillisecondsLeft(confirmation), 0) / 1000;
+}
 
 Status TakeStatus()
 {
@@ -69,6 +76,9 @@ Status TakeStatus()
     }
     status.counts = Counts();
     status.findings = Inspect();
+    if (!IsCopy()) {
+        status.confirmation = ReadRecord(RecordKind::kConfirmation);
+    }
     return status;
 }
 
@@ -99,7 +109,10 @@ Json ToJson(const Status& status)
             {"users", std::move(users)},
             {"switch", {{"name", NameOf(status.attributes)}, {"mode", ModeText(status.attributes.dwSwitchMode)}}},
             {"counts", std::move(counts)},
-            {"findings", std::move(findings)}};
+            {"findings", std::move(findings)},
+            {"awaitsConfirmation", status.confirmation ? Json{{"command", status.confirmation->command},
+                                                              {"secondsLeft", SecondsLeft(*status.confirmation)}}
+                                                       : Json()}};
 }
 
 std::string UsersText(const std::vector<RegionUser>& users)
@@ -135,6 +148,11 @@ void PrintAsText(const Status& status)
     PrintLine("Switch",
               fmt::format("\"{}\", mode {}", NameOf(status.attributes), ModeText(status.attributes.dwSwitchMode)));
     PrintLine("Holds", CountsText(status.counts));
+    if (status.confirmation) {
+        PrintLine("Undecided",
+                  fmt::format("{} goes back in {} unless 'piovios confirm' comes first", DoerText(*status.confirmation),
+                              DurationText(SecondsLeft(*status.confirmation))));
+    }
     std::string counts;
     for (const Kind kind : kAllKinds) {
         counts += fmt::format("{}{} {}", counts.empty() ? "" : ", ", CountOf(status.findings, kind), KindText(kind));

@@ -224,13 +224,14 @@ Json MetricsDocument()
 Json OtherDocuments()
 {
     const Json error = Exactly({{"message", kText}, {"exitCode", kNumber}});
-    const Json finding = Exactly({{"kind", {{"enum", {"drift", "meaning", "dangling"}}}},
+    const Json finding = Exactly({{"kind", {{"enum", {"drift", "meaning", "dangling", "torn"}}}},
                                   {"object", kText},
                                   {"field", OrNull(kText)},
                                   {"stored", Json::object()},
                                   {"right", Json::object()},
                                   {"message", kText}});
-    const Json counts = Exactly({{"drift", kNumber}, {"meaning", kNumber}, {"dangling", kNumber}});
+    const Json counts = Exactly({{"drift", kNumber}, {"meaning", kNumber}, {"dangling", kNumber}, {"torn", kNumber}});
+    const Json checkpoint = Exactly({{"name", kText}, {"automatic", kYesNo}, {"time", kText}, {"bytes", kNumber}});
     const Json field = Exactly({{"name", kText}, {"offset", kNumber}, {"size", kNumber}, {"meaning", kText}});
     const Json record = Exactly({{"name", kText}, {"size", kNumber}, {"fields", ListOf(field)}});
     return Json::array(
@@ -253,8 +254,12 @@ Json OtherDocuments()
               {"users", ListOf(Exactly({{"process", kNumber}, {"name", kText}, {"writes", kYesNo}}))},
               {"switch", Exactly({{"name", kText}, {"mode", kText}})},
               {"counts", {{"type", "object"}, {"additionalProperties", kNumber}}},
-              {"findings", counts}}),
-         ExplainDocument(), HistoryDocument(), MetricsDocument(),
+              {"findings", counts},
+              {"awaitsConfirmation", OrNull(Exactly({{"command", kText}, {"secondsLeft", kNumber}}))}}),
+         Document("checkpoint", {{"checkpoint", kText}}),
+         Document("checkpoint --list", {{"checkpoints", ListOf(checkpoint)}}),
+         Document("checkpoint --delete", {{"deleted", kText}}), Document("rollback", {{"rolledBackTo", kText}}),
+         Document("confirm", {{"confirmed", kText}}), ExplainDocument(), HistoryDocument(), MetricsDocument(),
          Document("layout", {{"object", kText}, {"size", kNumber}, {"records", ListOf(record)}})});
 }
 

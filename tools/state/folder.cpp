@@ -191,19 +191,17 @@ void LogAndTell(const std::string& line)
     syslog(LOG_WARNING, "piovios: %s", line.c_str());
 }
 
-std::vector<std::string> TakeNews()
+void TellNews()
 {
-    // Only one of several commands gets the file.
-    const fs::path taken = StateFolder() / fmt::format("{}.{}", kNews, getpid());
-    std::vector<std::string> lines;
-    if (rename((StateFolder() / kNews).c_str(), taken.c_str()) == 0) {
-        std::istringstream text(ReadTextFile(taken));
-        for (std::string line; std::getline(text, line);) {
-            lines.push_back(line);
-        }
-        unlink(taken.c_str());
+    if (!ReadState(kNews)) {
+        return; // as nearly always
     }
-    return lines;
+    const StateLock lock; // one of several commands tells it
+    std::istringstream text(ReadState(kNews).value_or(""));
+    for (std::string line; std::getline(text, line);) {
+        std::fprintf(stderr, "piovios: %s\n", line.c_str());
+    }
+    RemoveState(kNews);
 }
 
 } // namespace tool

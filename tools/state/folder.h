@@ -9,7 +9,6 @@
 #include <optional>
 #include <string>
 #include <string_view>
-#include <vector>
 
 namespace tool {
 
@@ -41,7 +40,7 @@ void RemoveState(const std::string& name);
 void Log(const std::string& line);
 // The same, and the next command tells it.
 void LogAndTell(const std::string& line);
-// What nobody has been told yet; told by that.
-std::vector<std::string> TakeNews();
+// On stderr, what nobody has been told yet.
+void TellNews();
 
 } // namespace tool

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cerrno>
-#include <cstdio>
 #include <cstdlib>
 #include <cstring>
 #include <fcntl.h>
@@ -165,9 +164,7 @@ void SettleAndTellNews()
         waitpid(child, nullptr, 0);
     }
     if (!IsCopy()) {
-        for (const std::string& line : TakeNews()) {
-            std::fprintf(stderr, "piovios: %s\n", line.c_str());
-        }
+        TellNews();
     }
 }
 
