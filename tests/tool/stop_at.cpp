@@ -56,7 +56,7 @@ VISIBLE int unlink(const char* pName) noexcept
     return Step(unlink, "unlink")(pName);
 }
 
-VISIBLE int flock(int iFd, int iOperation) noexcept
+VISIBLE int fsync(int iFd)
 {
-    return Step(flock, "flock")(iFd, iOperation);
+    return Step(fsync, "fsync")(iFd);
 }
