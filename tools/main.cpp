@@ -192,9 +192,11 @@ int Run(int argc, char** argv, Globals& globals)
     }
     if (!copy.empty()) {
         UseCopy(copy);
-    }
-    if (!app.get_subcommands().empty() && !app.get_subcommands().front()->get_group().empty()) {
-        SettleAndTellNews();
+    } else if (!app.get_subcommands().empty() && !app.get_subcommands().front()->get_group().empty()) {
+        try {
+            SettleAndTellNews();
+        } catch (const Failure&) { // the command itself finds what is wrong with the region's name; not all need one
+        }
     }
     const int exitCode = ActionOfParsed(std::move(actions))(globals);
     Flush();

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <fcntl.h>
+#include <filesystem>
 #include <fmt/format.h>
 #include <fstream>
 #include <iterator>
@@ -32,6 +33,27 @@ RegionIdentity IdentityOf(int fd)
 int Open(const std::string& file, int flags)
 {
     return open(file.c_str(), O_RDONLY | O_CLOEXEC | flags);
+}
+
+// A lock is told with the process that took it; when that has ended, one that got its descriptor has the lock: a shell
+// that called flock(1), say.
+std::string HeirOf(const std::string& place)
+{
+    namespace fs = std::filesystem;
+    std::error_code error;
+    for (const fs::directory_entry& process : fs::directory_iterator("/proc", error)) {
+        std::error_code hidden;
+        for (const fs::directory_entry& entry : fs::directory_iterator(process.path() / "fdinfo", hidden)) {
+            std::ifstream file(entry.path());
+            for (std::string line; std::getline(file, line);) {
+                if (line.starts_with("lock:") && line.find(" FLOCK ") != std::string::npos &&
+                    line.find(' ' + place + ' ') != std::string::npos) {
+                    return process.path().filename();
+                }
+            }
+        }
+    }
+    return "unknown";
 }
 
 } // namespace
@@ -114,7 +136,8 @@ std::optional<std::string> LockHolder(const RegionIdentity& region)
         std::istringstream words(line);
         const std::vector<std::string> fields{std::istream_iterator<std::string>(words), {}};
         if (fields.size() > 5 && fields[1] == "FLOCK" && fields[5] == place) {
-            return fmt::format("'{}' (process {})", CommandLineOf(fields[4]), fields[4]);
+            const std::string process = access(("/proc/" + fields[4]).c_str(), F_OK) == 0 ? fields[4] : HeirOf(place);
+            return fmt::format("'{}' (process {})", CommandLineOf(process), process);
         }
     }
     return std::nullopt;

@@ -151,7 +151,7 @@ void Guard()
 
 void SettleAndTellNews()
 {
-    const auto record = IsCopy() ? std::nullopt : ReadRecord(kConfirmation);
+    const auto record = ReadRecord(kConfirmation);
     const bool isLate = record && (!record->isOfThisRegion || MillisecondsLeft(*record) < -kStep.count());
     if (const pid_t child = isLate ? fork() : -1; child == 0) { // this process may be a reader
         try {
@@ -163,9 +163,7 @@ void SettleAndTellNews()
     } else if (child > 0) {
         waitpid(child, nullptr, 0);
     }
-    if (!IsCopy()) {
-        TellNews();
-    }
+    TellNews();
 }
 
 } // namespace tool
