@@ -42,13 +42,17 @@ std::string HeirOf(const std::string& place)
     namespace fs = std::filesystem;
     std::error_code error;
     for (const fs::directory_entry& process : fs::directory_iterator("/proc", error)) {
+        const std::string id = process.path().filename();
+        if (id == "self" || id == "thread-self" || id == std::to_string(getpid())) {
+            continue; // this one may have inherited it, too
+        }
         std::error_code hidden;
         for (const fs::directory_entry& entry : fs::directory_iterator(process.path() / "fdinfo", hidden)) {
             std::ifstream file(entry.path());
             for (std::string line; std::getline(file, line);) {
                 if (line.starts_with("lock:") && line.find(" FLOCK ") != std::string::npos &&
                     line.find(' ' + place + ' ') != std::string::npos) {
-                    return process.path().filename();
+                    return id;
                 }
             }
         }
