@@ -9,6 +9,7 @@
 #include "objects/catalogue.h"
 #include "objects/names.h"
 #include "objects/picture.h"
+#include "state/checkpoints.h"
 #include "terminal/attach.h"
 #include "terminal/text.h"
 
@@ -140,6 +141,15 @@ Candidates AnyFiles(const Asked& /*asked*/)
     return {{":file", ""}};
 }
 
+Candidates Checkpoints(const Asked& /*asked*/)
+{
+    Candidates names;
+    for (const Checkpoint& checkpoint : ListCheckpoints()) {
+        names.push_back({CleanText(checkpoint.name), TimeText(static_cast<uint32_t>(checkpoint.time))});
+    }
+    return names;
+}
+
 struct Values {
     std::string_view of; // an option's or argument's name, or a type name
     Candidates (*list)(const Asked&);
@@ -147,9 +157,10 @@ struct Values {
 
 // The first row that fits.
 constexpr Values kValues[] = {
-    {"--svid", SVids}, {"--counter", Counters}, {"--output", AnyFiles}, {"SLOT/PORT", Ports},
-    {"QUEUE", Queues}, {"VLAN", Vlans},         {"LIST", Vlans},        {"C-VID", CVids},
-    {"PEP", Peps},     {"LEVEL", Levels},       {"FILE", JsonFiles},    {"FILE2", JsonFiles},
+    {"--svid", SVids},      {"--counter", Counters}, {"--output", AnyFiles}, {"SLOT/PORT", Ports},
+    {"--region", AnyFiles}, {"NAME", Checkpoints},   {"QUEUE", Queues},      {"VLAN", Vlans},
+    {"LIST", Vlans},        {"C-VID", CVids},        {"PEP", Peps},          {"LEVEL", Levels},
+    {"FILE", JsonFiles},    {"FILE2", JsonFiles},
 };
 
 std::string NameOf(const CLI::Option& option)
