@@ -231,6 +231,9 @@ Place Follow(const CLI::App& root, const std::vector<std::string>& words, Asked&
         }
         if (place.waiting != nullptr) {
             asked.port = NameOf(*place.waiting) == "--port" ? word : asked.port;
+            if (NameOf(*place.waiting) == "--region") {
+                UseCopy(word);
+            }
             place.waiting = nullptr;
         } else if (word.starts_with('-') && word.size() > 1) {
             const std::size_t equals = word.find('=');
