@@ -59,6 +59,8 @@ constexpr Command kCommands[] = {
     {"metrics", "Write current counters and figures in the Prometheus text format",
      "piovios metrics --port 1/1 --nonzero\npiovios metrics --output /var/lib/node_exporter/piovios.prom\n",
      SetUpMetrics},
+    {"report", "Write a picture of the node as one HTML file", "piovios report node.html\n", SetUpReport, false,
+     "what report writes is HTML with and without --json"},
     {"layout", "List every field of the region with offset, size and meaning",
      "piovios layout\npiovios layout --json\n", SetUpLayout},
     {"schema", "Print the formats of the command: JSON schemas, or tables",

@@ -8,8 +8,6 @@
 
 namespace tool {
 
-namespace {
-
 Findings Look()
 {
     const auto picture = TakePicture();
@@ -19,24 +17,27 @@ Findings Look()
     return findings;
 }
 
-} // namespace
-
 Findings Inspect()
 {
     constexpr std::chrono::milliseconds kBetweenLooks(100); // a push of all classes takes less
     Findings findings = Look();
     if (!findings.empty()) {
         std::this_thread::sleep_for(kBetweenLooks);
-        // Both lists are in the order of the audit, so one pass over the second finds what stayed.
-        const Findings second = Look();
-        auto from = second.begin();
-        std::erase_if(findings, [&](const Finding& finding) {
-            const auto found = std::find(from, second.end(), finding);
-            from = found != second.end() ? found + 1 : from;
-            return found == second.end();
-        });
+        findings = Lasting(std::move(findings), Look());
     }
     return findings;
+}
+
+Findings Lasting(Findings first, const Findings& second)
+{
+    // Both lists are in the order of the audit, so one pass over the second finds what stayed.
+    auto from = second.begin();
+    std::erase_if(first, [&](const Finding& finding) {
+        const auto found = std::find(from, second.end(), finding);
+        from = found != second.end() ? found + 1 : from;
+        return found == second.end();
+    });
+    return first;
 }
 
 const char* KindText(Kind kind)

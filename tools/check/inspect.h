@@ -9,6 +9,10 @@ namespace tool {
 // finding.  Needs the read view, and writes nothing.
 Findings Inspect();
 
+// One such look, and what of a first look a second one has, too; for those who have something else to do meanwhile.
+Findings Look();
+Findings Lasting(Findings first, const Findings& second);
+
 inline constexpr Kind kAllKinds[] = {Kind::kDrift, Kind::kMeaning, Kind::kDangling, Kind::kTorn};
 
 const char* KindText(Kind kind);

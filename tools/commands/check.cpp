@@ -1,6 +1,7 @@
 // check.cpp - the audit's findings for people and programs.
 #include "check/inspect.h"
 #include "commands/command.h"
+#include "commands/documents.h"
 #include "objects/failure.h"
 #include "terminal/attach.h"
 #include "terminal/terminal.h"
@@ -42,20 +43,14 @@ int Check(const Globals& globals)
 {
     AttachForReading();
     const Findings findings = Inspect();
-    Json counts = Json::object();
-    std::string countsText;
-    for (const Kind kind : kAllKinds) {
-        const std::size_t count = CountOf(findings, kind);
-        counts[KindText(kind)] = count;
-        countsText += fmt::format("{}{} {}", countsText.empty() ? "" : ", ", count, KindText(kind));
-    }
     if (globals.json) {
-        Json list = Json::array();
-        for (const Finding& finding : findings) {
-            list.push_back(ToJson(finding));
-        }
-        PrintJson({{"counts", std::move(counts)}, {"findings", std::move(list)}});
+        PrintJson(CheckDocument(findings));
     } else {
+        std::string countsText;
+        for (const Kind kind : kAllKinds) {
+            countsText +=
+                fmt::format("{}{} {}", countsText.empty() ? "" : ", ", CountOf(findings, kind), KindText(kind));
+        }
         for (const Finding& finding : findings) {
             Print(ToText(finding));
         }
@@ -67,6 +62,19 @@ int Check(const Globals& globals)
 }
 
 } // namespace
+
+Json CheckDocument(const Findings& findings)
+{
+    Json counts = Json::object();
+    for (const Kind kind : kAllKinds) {
+        counts[KindText(kind)] = CountOf(findings, kind);
+    }
+    Json list = Json::array();
+    for (const Finding& finding : findings) {
+        list.push_back(ToJson(finding));
+    }
+    return {{"counts", std::move(counts)}, {"findings", std::move(list)}};
+}
 
 Action SetUpCheck(CLI::App& /*command*/)
 {

@@ -42,6 +42,7 @@ Action SetUpStatus(CLI::App& command);
 Action SetUpCheck(CLI::App& command);
 Action SetUpWatch(CLI::App& command);
 Action SetUpHistory(CLI::App& command);
+Action SetUpReport(CLI::App& command);
 Action SetUpMetrics(CLI::App& command);
 Action SetUpLayout(CLI::App& command);
 Action SetUpSchema(CLI::App& command);

@@ -1,6 +1,6 @@
 // history.cpp - the periods of one queue, or of all queues of a port: counters, rates and a small chart.
+#include "commands/documents.h"
 #include "commands/help.h"
-#include "commands/history_data.h"
 #include "objects/failure.h"
 #include "objects/names.h"
 #include "terminal/attach.h"
@@ -242,7 +242,8 @@ void PrintAsText(const Ring& ring, const Histories& histories, std::optional<std
     }
 }
 
-// One queue, or queues 1 to 8 of a port.
+} // namespace
+
 std::vector<Queue> QueuesOf(const std::string& where)
 {
     if (std::count(where.begin(), where.end(), '/') != 1) {
@@ -259,6 +260,8 @@ std::vector<Queue> QueuesOf(const std::string& where)
     }
     return queues;
 }
+
+namespace {
 
 int History(const Globals& globals, const Options& options)
 {
@@ -281,7 +284,7 @@ int History(const Globals& globals, const Options& options)
     if (options.csv) {
         PrintCsv(ring, histories);
     } else if (globals.json) {
-        PrintAsJson(ring, histories);
+        PrintJson(HistoryDocument(ring, histories));
     } else {
         PrintAsText(ring, histories, counter, queues.size() > 1);
     }

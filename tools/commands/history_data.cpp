@@ -1,5 +1,6 @@
 #include "commands/history_data.h"
 
+#include "commands/documents.h"
 #include "objects/names.h"
 
 #include <fmt/format.h>
@@ -66,7 +67,7 @@ Json HistoryJson(const Ring& ring, const QueueHistory& history)
 
 } // namespace
 
-void PrintAsJson(const Ring& ring, const Histories& histories)
+Json HistoryDocument(const Ring& ring, const Histories& histories)
 {
     Json names = Json::array();
     for (const std::string& name : Names().counters) {
@@ -76,10 +77,10 @@ void PrintAsJson(const Ring& ring, const Histories& histories)
     for (const QueueHistory& history : histories) {
         queues.push_back(HistoryJson(ring, history));
     }
-    PrintJson({{"ring", ring.name},
-               {"secondsOfPeriod", ring.seconds},
-               {"counterNames", std::move(names)},
-               {"queues", std::move(queues)}});
+    return {{"ring", ring.name},
+            {"secondsOfPeriod", ring.seconds},
+            {"counterNames", std::move(names)},
+            {"queues", std::move(queues)}};
 }
 
 void PrintCsv(const Ring& ring, const Histories& histories)

@@ -6,6 +6,9 @@
 
 namespace tool {
 
+// "1/1/8", or queues 1 to 8 of a port "1/1"; else a Failure.
+std::vector<Queue> QueuesOf(const std::string& where);
+
 using Histories = std::vector<QueueHistory>;
 
 // Null without a time.
@@ -13,7 +16,6 @@ Json RateOf(uint64_t count, uint64_t seconds);
 // Seconds since 1970; null when the site does not say what a stamp is, or the period is missing.
 Json TimeOf(const Period& period);
 
-void PrintAsJson(const Ring& ring, const Histories& histories);
 void PrintCsv(const Ring& ring, const Histories& histories);
 
 } // namespace tool

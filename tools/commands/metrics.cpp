@@ -1,6 +1,7 @@
 // metrics.cpp - the region's figures in the Prometheus text format, for the textfile directory of a node exporter.
 #include "check/inspect.h"
 #include "commands/command.h"
+#include "commands/documents.h"
 #include "commands/periods.h"
 #include "commands/region_view.h"
 #include "file/text_file.h"
@@ -142,9 +143,8 @@ std::vector<Metric> Base(bool isUp)
              {{{{"version", PIOVIOS_VERSION}}, 1}}}};
 }
 
-std::vector<Metric> Collect(const Options& options, const std::optional<Port>& port)
+std::vector<Metric> Collect(const Findings& findings, const Options& options, const std::optional<Port>& port)
 {
-    const Findings findings = Inspect();
     SwctSwitchStatistics statistics{};
     Swct_Switch_GetSwitchStatistics(&statistics);
     const auto queues = QueuesOf(port);
@@ -241,6 +241,20 @@ Json ToJson(const std::vector<Metric>& metrics)
     return {{"metrics", std::move(list)}};
 }
 
+} // namespace
+
+std::string MetricsText(const Findings& findings)
+{
+    return ToText(Collect(findings, {}, std::nullopt));
+}
+
+std::string MetricsTextOfNone()
+{
+    return ToText(Base(false));
+}
+
+namespace {
+
 void Write(const Globals& globals, const Options& options, const std::vector<Metric>& metrics)
 {
     if (!options.output.empty()) {
@@ -269,7 +283,7 @@ int Metrics(const Globals& globals, const Options& options)
         }
         throw;
     }
-    Write(globals, options, Collect(options, port));
+    Write(globals, options, Collect(Inspect(), options, port));
     return kOk;
 }
 

@@ -114,7 +114,8 @@ void WritePep(JsonWriter& writer, const Configuration& configuration, const Swct
                                     MakeKey(port, SWCT_PRIORITY_MAX, sPep.sMoid.wPepIndex)));
 }
 
-void WritePort(JsonWriter& writer, const Configuration& configuration, const SwctSwitchPortRecord& sPort)
+void WritePort(JsonWriter& writer, const Configuration& configuration, const SwctSwitchPortRecord& sPort,
+               bool withTranslations)
 {
     const uint32_t number = PortNumber(sPort.sMoid.bSlot, sPort.sMoid.bPort);
     const uint64_t key = MakeKey(number, 0);
@@ -138,8 +139,10 @@ void WritePort(JsonWriter& writer, const Configuration& configuration, const Swc
         WriteObject(writer, Class::kDefaultRegistration, *pDefault);
     }
     Name(writer, Class::kTranslation).Open('[');
-    for (const SwctVidTranslationRecord& sTranslation : OfFirstKey(configuration.aVidTranslation, number)) {
-        WriteObject(writer, Class::kTranslation, sTranslation);
+    if (withTranslations) {
+        for (const SwctVidTranslationRecord& sTranslation : OfFirstKey(configuration.aVidTranslation, number)) {
+            WriteObject(writer, Class::kTranslation, sTranslation);
+        }
     }
     writer.CloseUnlessEmpty();
     if (const auto* const pQinQ = Find(configuration.aQinQ, key)) {

@@ -18,7 +18,9 @@ std::vector<RegistrationGroup> GroupRegistrations(std::span<const SwctCVidRegist
 
 // The members of one object, to be called between Open and Close.
 void WriteVlan(JsonWriter& writer, const Configuration& configuration, const SwctVlanRecord& sVlan);
-void WritePort(JsonWriter& writer, const Configuration& configuration, const SwctSwitchPortRecord& sPort);
+// A port can have thousands of translations; who writes them in another form leaves them out here.
+void WritePort(JsonWriter& writer, const Configuration& configuration, const SwctSwitchPortRecord& sPort,
+               bool withTranslations = true);
 void WritePep(JsonWriter& writer, const Configuration& configuration, const SwctProviderEdgePortRecord& sPep);
 void WriteRegistrations(JsonWriter& writer, const RegistrationGroup& group);
 

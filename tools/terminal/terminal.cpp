@@ -32,15 +32,15 @@ void FailToWrite()
                                            std::strerror(errno)));
 }
 
-std::string Dump(const Json& members, int indent)
+} // namespace
+
+std::string JsonText(const Json& members, int indent)
 {
     Json document = {{"schema", kJsonSchema}};
     document.update(members);
     // Texts of the region are clean already; others (file names) need not be UTF-8.
     return document.dump(indent, ' ', false, Json::error_handler_t::replace) + '\n';
 }
-
-} // namespace
 
 std::string Styled(Style style, std::string_view text)
 {
@@ -67,12 +67,12 @@ void Print(std::string_view text)
 
 void PrintJson(const Json& members)
 {
-    Print(Dump(members, 2));
+    Print(JsonText(members));
 }
 
 void PrintJsonLine(const Json& members)
 {
-    Print(Dump(members, -1));
+    Print(JsonText(members, -1));
 }
 
 void Flush()

@@ -24,8 +24,10 @@ unsigned TerminalWidth();
 // The reader of the standard output has gone (`| head`): thrown by the functions below, and no error.
 struct OutputClosed {};
 
+// A document with "schema" put first; an indent of -1 makes one line.
+std::string JsonText(const Json& members, int indent = 2);
+
 void Print(std::string_view text);
-// Puts "schema" first and prints the document.
 void PrintJson(const Json& members);
 // The same in one line, for streams of documents.
 void PrintJsonLine(const Json& members);
