@@ -36,7 +36,7 @@ std::string HelpFormatter::make_footer(const CLI::App* app) const
     }
     const std::string footer = app->get_footer();
     const std::size_t note = footer.find(kNoteMark);
-    return "Every command also takes --json, --names FILE and --debug LEVEL" +
+    return "Every command also takes --json, --names FILE, --region FILE and --debug LEVEL" +
            (note == std::string::npos ? ".\n" : "; " + footer.substr(note + 1, footer.size() - note - 2) + ".\n");
 }
 
