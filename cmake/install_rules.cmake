@@ -23,13 +23,5 @@ write_basic_package_version_file(${PROJECT_BINARY_DIR}/piovios-config-version.cm
 install(FILES ${PROJECT_BINARY_DIR}/piovios-config.cmake ${PROJECT_BINARY_DIR}/piovios-config-version.cmake
         DESTINATION ${package_dir} COMPONENT dev)
 
-function(install_man_page page component)
-    string(REGEX REPLACE ".*[.]" "man" section ${page})
-    configure_file(man/${page} ${PROJECT_BINARY_DIR}/man/${page} @ONLY)
-    install(FILES ${PROJECT_BINARY_DIR}/man/${page} DESTINATION ${CMAKE_INSTALL_MANDIR}/${section}
-            COMPONENT ${component})
-endfunction()
-install_man_page(piovios.7 dev)
-if(TARGET piovios-exporter)
-    install_man_page(piovios-exporter.8 exporter)
-endif()
+configure_file(man/piovios.7 ${PROJECT_BINARY_DIR}/man/piovios.7 @ONLY)
+install(FILES ${PROJECT_BINARY_DIR}/man/piovios.7 DESTINATION ${CMAKE_INSTALL_MANDIR}/man7 COMPONENT dev)
