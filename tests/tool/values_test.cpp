@@ -137,6 +137,7 @@ TEST(DocumentsTest, AreWhatTheCommandPrints)
         return std::string(std::istreambuf_iterator<char>(file), {});
     };
     EXPECT_EQ(ConfigurationSchema(), read("configuration.schema.json"));
+    EXPECT_EQ(ChangesSchema(), read("changes.schema.json"));
     EXPECT_EQ(OutputSchema(), read("output.schema.json"));
     EXPECT_NE(std::string::npos, read("configuration.md").find(ConfigurationTables())) << "run scripts/tool-docs";
 }

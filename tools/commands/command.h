@@ -30,6 +30,11 @@ struct Command {
 Action SetUpInit(CLI::App& command);
 Action SetUpRemove(CLI::App& command);
 Action SetUpLoad(CLI::App& command);
+Action SetUpApply(CLI::App& command);
+Action SetUpAdd(CLI::App& command);
+Action SetUpSet(CLI::App& command);
+Action SetUpDelete(CLI::App& command);
+Action SetUpEdit(CLI::App& command);
 Action SetUpSave(CLI::App& command);
 Action SetUpCheckpoint(CLI::App& command);
 Action SetUpRollback(CLI::App& command);

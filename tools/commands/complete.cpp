@@ -5,6 +5,7 @@
 #include "commands/complete.h"
 
 #include "commands/command.h"
+#include "commands/complete_objects.h"
 #include "commands/region_view.h"
 #include "objects/catalogue.h"
 #include "objects/names.h"
@@ -150,6 +151,21 @@ Candidates Checkpoints(const Asked& /*asked*/)
     return names;
 }
 
+// The words of an object, then NAME=VALUE.
+Candidates Objects(const Asked& asked)
+{
+    const std::string name = asked.current.substr(0, asked.current.find('=') + 1); // with its "="; else empty
+    std::vector<std::string> words = asked.words;
+    if (!name.empty()) {
+        words.push_back(name);
+    }
+    Candidates objects;
+    for (const std::string& word : NextObjectWords(asked.command, std::move(words))) {
+        objects.push_back({name + word, ""});
+    }
+    return objects;
+}
+
 struct Values {
     std::string_view of; // an option's or argument's name, or a type name
     Candidates (*list)(const Asked&);
@@ -160,7 +176,7 @@ constexpr Values kValues[] = {
     {"--svid", SVids},      {"--counter", Counters}, {"--output", AnyFiles}, {"SLOT/PORT", Ports},
     {"--region", AnyFiles}, {"NAME", Checkpoints},   {"QUEUE", Queues},      {"VLAN", Vlans},
     {"LIST", Vlans},        {"C-VID", CVids},        {"PEP", Peps},          {"LEVEL", Levels},
-    {"FILE", JsonFiles},    {"FILE2", JsonFiles},
+    {"FILE", JsonFiles},    {"FILE2", JsonFiles},    {"WORDS", Objects},
 };
 
 std::string NameOf(const CLI::Option& option)
@@ -227,6 +243,7 @@ Place Follow(const CLI::App& root, const std::vector<std::string>& words, Asked&
     Place place{&root};
     for (const std::string& word : words) {
         if (word == "=") { // as bash takes --port=1/2 apart
+            asked.words.push_back(word);
             continue;
         }
         if (place.waiting != nullptr) {
@@ -244,8 +261,10 @@ Place Follow(const CLI::App& root, const std::vector<std::string>& words, Asked&
             place.command = below;
         } else {
             ++place.arguments;
+            asked.words.push_back(word);
         }
     }
+    asked.command = place.command->get_name();
     return place;
 }
 
@@ -292,8 +311,9 @@ const CLI::Option* NextArgument(const Place& place)
 Candidates Next(const CLI::App& root, std::vector<std::string> words)
 {
     Asked asked;
-    if (!words.empty()) {
-        asked.current = words.back() == "=" ? "" : words.back();
+    const bool isValue = !words.empty() && words.back() == "=";
+    if (!words.empty() && !isValue) {
+        asked.current = words.back();
         words.pop_back();
     }
     const Place place = Follow(root, words, asked);

@@ -17,6 +17,8 @@ using Candidates = std::vector<Candidate>;
 struct Asked {
     std::string current; // the beginning of the word
     std::string port;    // of an option --port before it
+    std::string command;
+    std::vector<std::string> words; // of the command's arguments before it
 };
 
 } // namespace tool

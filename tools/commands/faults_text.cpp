@@ -10,29 +10,35 @@ namespace tool {
 
 namespace {
 
-// What a path says beyond the object: ".sVid" of "$.ports[2].providerEdgePorts[0].sVid".
-std::string_view MemberOf(std::string_view path)
+// What a path says beyond the object: "sVid" of "$.ports[2].providerEdgePorts[0].sVid", "pvid" of
+// "$.differences[3].members.pvid.after" and of "$.members.pvid.after".
+std::string MemberOf(std::string_view path)
 {
     const std::size_t end = path.rfind(']');
-    return end == std::string_view::npos ? path : path.substr(end + 1);
+    std::string member(end == std::string_view::npos ? path.substr(1) : path.substr(end + 1));
+    constexpr std::string_view kMembers = ".members.";
+    if (member.starts_with(kMembers)) {
+        member = member.substr(kMembers.size() - 1, member.find('.', kMembers.size()) - kMembers.size() + 1);
+    }
+    return member.empty() ? "" : member.substr(1);
 }
 
 } // namespace
 
 std::string FaultText(const std::string& file, const ConfigFault& fault)
 {
-    std::string text = FileName(file);
-    if (fault.line != 0) {
-        text += fmt::format(": line {}", fault.line);
+    std::string place = fault.line != 0 ? fmt::format("line {}", fault.line) : "";
+    const bool isPath = fault.object.empty() && fault.path != "$";
+    if (!fault.object.empty() || isPath) {
+        place += place.empty() ? "" : ", ";
+        place += isPath ? fault.path : fault.object;
     }
-    if (!fault.object.empty()) {
-        text += ", " + fault.object;
-        const std::string_view member = MemberOf(fault.path);
-        text += member.size() > 1 ? fmt::format(": {}", member.substr(1)) : "";
-    } else if (fault.path != "$") {
-        text += (fault.line != 0 ? ", " : ": ") + fault.path;
+    const std::string member = fault.object.empty() ? "" : MemberOf(fault.path);
+    std::string text;
+    for (const std::string& part : {FileName(file), place, member, fault.value, fault.rule}) {
+        text += text.empty() || part.empty() ? part : ": " + part;
     }
-    return text + (fault.value.empty() ? "" : ": " + fault.value) + ": " + fault.rule;
+    return text;
 }
 
 Json FaultJson(const ConfigFault& fault)

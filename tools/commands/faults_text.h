@@ -5,7 +5,7 @@
 
 namespace tool {
 
-// "node.json: line 91, vlan 100: members: \"3/5\": there is no such port".
+// "node.json: line 91, vlan 100: members: \"3/5\": there is no such port"; of no file without its name.
 std::string FaultText(const std::string& file, const ConfigFault& fault);
 Json FaultJson(const ConfigFault& fault);
 

@@ -150,10 +150,13 @@ void PrintClosings(Port port, const char* ring, const Indexes& before, const Ind
 
 void PrintChanges(const Reading& before, const Reading& after, const Scope& scope, bool asJson)
 {
-    for (const Difference& difference : Diff(before.configuration, after.configuration)) {
-        if (scope.Has(difference)) {
-            PrintEvent(asJson, "change", ToJson(difference), StyledText(difference));
-        }
+    auto differences = Diff(before.configuration, after.configuration);
+    std::erase_if(differences, [&scope](const Difference& difference) { return !scope.Has(difference); });
+    std::size_t nrOfMore = differences.size();
+    for (const Difference& difference : differences) {
+        Json members = ToJson(difference);
+        members["more"] = --nrOfMore; // what was seen together is applied together
+        PrintEvent(asJson, "change", members, StyledText(difference));
     }
     for (const Port port : AllPorts()) {
         if (scope.port ? port != *scope.port : scope.vlans.has_value()) {

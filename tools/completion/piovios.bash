@@ -22,5 +22,6 @@ _piovios()
             ;;
         esac
     done < <("${COMP_WORDS[0]}" complete -- "${COMP_WORDS[@]:1:COMP_CWORD}" 2>/dev/null)
+    [[ ${COMPREPLY[0]-} != *= ]] || compopt -o nospace # a value follows
 }
 complete -F _piovios piovios

@@ -13,7 +13,7 @@ namespace {
 // Far above what a full node needs: memory stays bounded, and so does the search for equal members.
 constexpr std::size_t kDepthMax = 16;
 constexpr std::size_t kMembersMax = 64;
-constexpr std::size_t kValuesMax = 1'000'000;
+constexpr std::size_t kValuesMax = 4'000'000; // a change set of everything has more than half of that
 
 // A fault at a byte of a text, counted as an editor counts.
 void ReportAt(Faults& faults, std::string_view text, std::size_t offset, std::string rule)

@@ -132,7 +132,13 @@ Json WatchDocuments()
         required.update(members);
         return Document("watch, in each line", required);
     };
-    return Json::array({event("start", {{"configuration", {{"type", "object"}}}}), event("change", Difference()),
+    return Json::array({event("start", {{"configuration", {{"type", "object"}}}}),
+                        event("change",
+                              [] {
+                                  Json change = Difference();
+                                  change["more"] = kNumber;
+                                  return change;
+                              }()),
                         event("period", {{"port", kPortName},
                                          {"ring", {{"enum", {"15m", "24h"}}}},
                                          {"queues", ListOf(kNumber)},
@@ -246,6 +252,8 @@ Json OtherDocuments()
                   {{"error", error}}),
          Document("diff",
                   {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(Difference()))}}),
+         Document("apply, add, set, delete and edit",
+                  {{"applied", kYesNo}, {"differences", ListOf(Exactly(Difference()))}}),
          Document("check", {{"counts", counts}, {"findings", ListOf(finding)}}),
          Document(
              "status",

@@ -78,34 +78,6 @@ bool ReadPortField(Faults& faults, const Path& path, const Json& value, std::spa
     return false;
 }
 
-bool ReadField(Faults& faults, const Path& path, const Json& value, const Field& field, void* pRecord)
-{
-    const std::span<uint8_t> bytes(static_cast<uint8_t*>(pRecord) + field.offset, field.size);
-    uint32_t number = 0;
-    switch (field.notation) {
-    case Notation::kNumber:
-    case Notation::kHex16:
-        if (field.notation == Notation::kNumber ? !ReadNumber(faults, path, value, field, number)
-                                                : !ReadHex16(faults, path, value, number)) {
-            return false;
-        }
-        std::memcpy(bytes.data(), &number, field.size);
-        if (field.sameAs != kNoField && !IsDefault(field, pRecord)) {
-            faults.Doubt(path, &value, "differs from the number of the object that it is in");
-        }
-        return true;
-    case Notation::kPort:
-        return ReadPortField(faults, path, value, bytes);
-    case Notation::kMac:
-        return ReadMac(faults, path, value, bytes);
-    case Notation::kBytes:
-        return ReadBytes(faults, path, value, bytes);
-    case Notation::kName:
-        return ReadName(faults, path, value, bytes);
-    }
-    return false;
-}
-
 bool ReadNameBytes(Faults& faults, const Path& path, const Json::object_t& object, const Field& field, void* pRecord)
 {
     const auto* const pMember = MemberOf(object, std::string(field.name).append(kBytesSuffix));
@@ -146,6 +118,34 @@ const Json* FindMember(const Json& object, std::string_view name)
 {
     const auto* const pMember = object.is_object() ? MemberOf(object.get_ref<const Json::object_t&>(), name) : nullptr;
     return pMember == nullptr ? nullptr : &pMember->second;
+}
+
+bool ReadField(Faults& faults, const Path& path, const Json& value, const Field& field, void* pRecord)
+{
+    const std::span<uint8_t> bytes(static_cast<uint8_t*>(pRecord) + field.offset, field.size);
+    uint32_t number = 0;
+    switch (field.notation) {
+    case Notation::kNumber:
+    case Notation::kHex16:
+        if (field.notation == Notation::kNumber ? !ReadNumber(faults, path, value, field, number)
+                                                : !ReadHex16(faults, path, value, number)) {
+            return false;
+        }
+        std::memcpy(bytes.data(), &number, field.size);
+        if (field.sameAs != kNoField && !IsDefault(field, pRecord)) {
+            faults.Doubt(path, &value, "differs from the number of the object that it is in");
+        }
+        return true;
+    case Notation::kPort:
+        return ReadPortField(faults, path, value, bytes);
+    case Notation::kMac:
+        return ReadMac(faults, path, value, bytes);
+    case Notation::kBytes:
+        return ReadBytes(faults, path, value, bytes);
+    case Notation::kName:
+        return ReadName(faults, path, value, bytes);
+    }
+    return false;
 }
 
 bool ReadNumber(Faults& faults, const Path& path, const Json& value, const Field& field, uint32_t& number)

@@ -14,6 +14,9 @@ const Json* FindMember(const Json& object, std::string_view name);
 bool ReadFields(Faults& faults, const Path& path, const Json& object, std::span<const Field> fields, void* pRecord,
                 std::span<const std::string_view> others = {});
 
+// The value of one field; false and a fault when it is none.
+bool ReadField(Faults& faults, const Path& path, const Json& value, const Field& field, void* pRecord);
+
 // A number or a word of 'field'.  What cannot be stored is a fault and false.
 bool ReadNumber(Faults& faults, const Path& path, const Json& value, const Field& field, uint32_t& number);
 

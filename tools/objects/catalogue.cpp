@@ -5,6 +5,7 @@
 #include "objects/records.h"
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 
 namespace tool {
@@ -276,6 +277,22 @@ Records SingleOf(const Configuration& configuration)
     return {reinterpret_cast<const uint8_t*>(&value), 1, sizeof(value)};
 }
 
+template <auto kList>
+void SetList(Configuration& configuration, std::string_view bytes)
+{
+    auto& list = configuration.*kList;
+    list.resize(bytes.size() / sizeof(list[0]));
+    if (!list.empty()) {
+        std::memcpy(list.data(), bytes.data(), bytes.size());
+    }
+}
+
+template <auto kValue>
+void SetSingle(Configuration& configuration, std::string_view bytes)
+{
+    std::memcpy(&(configuration.*kValue), bytes.data(), sizeof(configuration.*kValue));
+}
+
 template <class Record>
 uint64_t KeyOfRecord(const void* pRecord)
 {
@@ -289,42 +306,46 @@ using C = Configuration;
 // Class; label, one, many, member, meaning; first key, list, implied; most; fields, last key; records.
 constexpr ObjectClass kCatalogue[] = {
     {Class::kSwitch, SWCT_CLASS_SWITCH, "switch", "switch", "switches", "switch", "node-wide settings", Keys::kNone,
-     false, false, 1, kSwitchTable, kNoField, SingleOf<&C::sSwitch>, nullptr},
+     false, false, 1, kSwitchTable, kNoField, SingleOf<&C::sSwitch>, SetSingle<&C::sSwitch>, nullptr},
     {Class::kNode, SWCT_CLASS_HRLB, "node", "node setting", "node settings", "", "members of the document", Keys::kNone,
-     false, false, 1, kNodeTable, kNoField, SingleOf<&C::dwHrlb>, nullptr},
+     false, false, 1, kNodeTable, kNoField, SingleOf<&C::dwHrlb>, SetSingle<&C::dwHrlb>, nullptr},
     {Class::kManagement, 0, "management", "management interface", "management interfaces", "management",
      "the node's management VLAN interface", Keys::kNone, false, false, 1, kManagementTable, kNoField,
-     SingleOf<&C::sManagement>, nullptr},
+     SingleOf<&C::sManagement>, SetSingle<&C::sManagement>, nullptr},
     {Class::kPort, SWCT_CLASS_SWITCH_PORT, "", "port", "ports", "ports", "a port exists when it is in the list",
-     Keys::kPort, true, false, kPortsMax, kPortTable, kNoField, ListOf<&C::aPort>, KeyOfRecord<SwctSwitchPortRecord>},
+     Keys::kPort, true, false, kPortsMax, kPortTable, kNoField, ListOf<&C::aPort>, SetList<&C::aPort>,
+     KeyOfRecord<SwctSwitchPortRecord>},
     {Class::kPep, SWCT_CLASS_PROVIDER_EDGE_PORT, "pep", "provider edge port", "provider edge ports",
      "providerEdgePorts", "of a CEP", Keys::kPort, true, false, kPepsMax, kPepTable, 0, ListOf<&C::aPep>,
-     KeyOfRecord<SwctProviderEdgePortRecord>},
+     SetList<&C::aPep>, KeyOfRecord<SwctProviderEdgePortRecord>},
     {Class::kPriority, SWCT_CLASS_SERVICE_PRIORITY_REGENERATION, "priority", "priority", "priorities",
      "priorityRegeneration", "of a PEP: what frames received with priority 1 to 8 get; each its own when left out",
      Keys::kPort, true, true, kPepsMax* SWCT_PRIORITY_MAX, kPriorityTable, 1, ListOf<&C::aServicePriority>,
-     KeyOfRecord<SwctServicePriorityRegenerationRecord>},
+     SetList<&C::aServicePriority>, KeyOfRecord<SwctServicePriorityRegenerationRecord>},
     {Class::kRegistration, SWCT_CLASS_CVID_REGISTRATION, "cvid", "C-VID registration", "C-VID registrations",
      "cVidRegistrations", "of a CEP; one object stands for all C-VIDs that are registered in the same way", Keys::kPort,
-     true, false, kVidsOfPortsMax, kRegistrationTable, 0, ListOf<&C::aCVidRegistration>,
+     true, false, kVidsOfPortsMax, kRegistrationTable, 0, ListOf<&C::aCVidRegistration>, SetList<&C::aCVidRegistration>,
      KeyOfRecord<SwctCVidRegistrationRecord>},
     {Class::kDefaultRegistration, SWCT_CLASS_DEFAULT_CVID_REGISTRATION, "default", "default C-VID registration",
      "default C-VID registrations", "defaultCVidRegistration",
      "of a CEP: where the C-VIDs without a registration of their own go", Keys::kPort, false, false, kPortsMax,
-     kDefaultTable, kNoField, ListOf<&C::aDefaultRegistration>, KeyOfRecord<SwctDefaultCVidRegistrationRecord>},
+     kDefaultTable, kNoField, ListOf<&C::aDefaultRegistration>, SetList<&C::aDefaultRegistration>,
+     KeyOfRecord<SwctDefaultCVidRegistrationRecord>},
     {Class::kTranslation, SWCT_CLASS_VID_TRANSLATION, "vid", "VID translation", "VID translations", "vidTranslations",
      "of a PNP or CNP", Keys::kPort, true, false, kVidsOfPortsMax, kTranslationTable, 0, ListOf<&C::aVidTranslation>,
-     KeyOfRecord<SwctVidTranslationRecord>},
+     SetList<&C::aVidTranslation>, KeyOfRecord<SwctVidTranslationRecord>},
     {Class::kQinQ, SWCT_CLASS_QINQ_PORT, "qinq", "QinQ port", "QinQ ports", "qinq", "in force in switch mode \"qinq\"",
-     Keys::kPort, false, false, kPortsMax, kQinQTable, kNoField, ListOf<&C::aQinQ>, KeyOfRecord<SwctQinQPortRecord>},
+     Keys::kPort, false, false, kPortsMax, kQinQTable, kNoField, ListOf<&C::aQinQ>, SetList<&C::aQinQ>,
+     KeyOfRecord<SwctQinQPortRecord>},
     {Class::kVlan, SWCT_CLASS_VLAN, "", "VLAN", "VLANs", "vlans", "", Keys::kVlan, true, false, SWCT_VLAN_MAX,
-     kVlanTable, 0, ListOf<&C::aVlan>, KeyOfRecord<SwctVlanRecord>},
+     kVlanTable, 0, ListOf<&C::aVlan>, SetList<&C::aVlan>, KeyOfRecord<SwctVlanRecord>},
     {Class::kInnerTag, SWCT_CLASS_VLAN_IF_INNER_TAG, "inner-tag", "inner tag", "inner tags", "innerTag",
      "the second tag of the frames of the VLAN's layer-3 interface; null: there is no record of one", Keys::kVlan,
-     false, true, SWCT_VLAN_MAX, kInnerTagTable, kNoField, ListOf<&C::aInnerTag>,
+     false, true, SWCT_VLAN_MAX, kInnerTagTable, kNoField, ListOf<&C::aInnerTag>, SetList<&C::aInnerTag>,
      KeyOfRecord<SwctVlanIfInnerTagRecord>},
     {Class::kMember, SWCT_CLASS_VLAN_PORT, "member", "member", "members", "members", "ports, each once", Keys::kVlan,
-     true, false, SWCT_VLAN_MAX* kPortsMax, kMemberTable, 0, ListOf<&C::aVlanPort>, KeyOfRecord<SwctVlanPortRecord>},
+     true, false, SWCT_VLAN_MAX* kPortsMax, kMemberTable, 0, ListOf<&C::aVlanPort>, SetList<&C::aVlanPort>,
+     KeyOfRecord<SwctVlanPortRecord>},
 };
 
 constexpr bool IsInOrder()

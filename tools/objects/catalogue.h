@@ -60,6 +60,7 @@ struct ObjectClass {
     std::span<const Field> fields;
     std::size_t keyField; // index of the field that is the last key; kNoField: the first key is all
     Records (*records)(const Configuration&);
+    void (*assign)(Configuration&, std::string_view bytes); // of all records
     uint64_t (*keyOf)(const void*); // null when there is one record at most
 };
 

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <array>
 #include <cstring>
+#include <utility>
 
 namespace tool {
 
@@ -103,10 +104,14 @@ private:
         // A number that is nothing but the key again.
         const bool isKeyAgain = field.sameAs != kNoField && (pBefore == nullptr || IsDefault(field, pBefore)) &&
                                 (pAfter == nullptr || IsDefault(field, pAfter)) && field.IsNumber();
-        if (change.before != change.after && !(isKeyAgain && (pBefore == nullptr || pAfter == nullptr))) {
-            change.member = MemberName(field, pAfter != nullptr ? pAfter : pBefore);
-            members.push_back(std::move(change));
+        if (change.before == change.after || (isKeyAgain && (pBefore == nullptr || pAfter == nullptr))) {
+            return;
         }
+        change.member = MemberName(field, pAfter != nullptr ? pAfter : pBefore);
+        if (pBefore != nullptr && MemberName(field, pBefore) != change.member) { // a text and bytes are two members
+            members.push_back({MemberName(field, pBefore), std::exchange(change.before, ""), ""});
+        }
+        members.push_back(std::move(change));
     }
 
     // Neighbours to which the same has happened become one: "port 1/2 cvid 10-19,30", "vlan 10 member 1/1 2/1".

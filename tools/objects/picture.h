@@ -1,6 +1,7 @@
 // picture.h - a private copy of the region's tables: what is read from it does not change between two looks.
 #pragma once
 
+#include "objects/configuration.h"
 #include "objects/keys.h"
 #include "swct/swct.h"
 
@@ -22,6 +23,9 @@ struct Picture {
     std::array<SwctQinQPort, kNrOfPorts> aQinQ;
     std::array<SwctPbData, kNrOfPorts> aBridgeData;
 } SWCT_PACKED;
+
+// What the tables are when a region holds a configuration and nothing else, derived values included; up time 0.
+std::unique_ptr<Picture> PictureOf(const Configuration& configuration);
 
 // Both need the read view.
 std::unique_ptr<Picture> TakePicture();

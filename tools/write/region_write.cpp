@@ -1,9 +1,8 @@
 #include "write/region_write.h"
 
-#include "check/audit.h"
-#include "check/inspect.h"
 #include "file/parse.h"
 #include "objects/failure.h"
+#include "objects/picture.h"
 #include "state/checkpoints.h"
 #include "state/folder.h"
 #include "write/confirmation.h"
@@ -61,7 +60,10 @@ RegionWrite::RegionWrite(std::chrono::milliseconds wait) : m_lock(m_signals, wai
 
 bool RegionWrite::NeedsRepair() const
 {
-    return CountOf(Audit(*TakePicture(), {}, {}), Kind::kDrift) > 0;
+    const auto right = PictureOf(m_present);
+    const auto picture = TakePicture();
+    picture->sSwitch.dwSwitchUpTime = 0;
+    return !IsSame(*right, *picture);
 }
 
 bool RegionWrite::Holds(const std::string& stateFile) const
@@ -136,7 +138,7 @@ void RegionWrite::Undo()
 
 void RegionWrite::Push(const std::string& what, const Configuration& wanted)
 {
-    PushToRegion(wanted);
+    WriteToRegion(m_present, wanted);
     const auto differences = Diff(wanted, ReadRegion());
     m_cutShort.reset(); // all of it was written over
     if (!differences.empty()) {

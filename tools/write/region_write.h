@@ -26,7 +26,7 @@ public:
     {
         return m_cutShort;
     }
-    // Whether a value that others are derived from has lost touch with them: a push of all classes mends that.
+    // Whether the region has other derived values and carried bytes than its configuration makes: a push mends that.
     bool NeedsRepair() const;
     const std::optional<Record>& Confirmation() const
     {
