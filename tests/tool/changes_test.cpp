@@ -92,7 +92,7 @@ TEST(ChangesTest, WhatIsNotAsExpectedIsRefusedUnlessForced)
     }
     const std::string none = std::to_string(absent);
     // Object, kind, members; what is refused, and whether --force does it nevertheless.
-    const std::tuple<std::string, const char*, const char*, const char*, bool> kCases[] = {
+    const std::tuple<std::string, const char*, const char*, std::string, bool> kCases[] = {
         {"vlan " + vlan, "added", "{}", "is there already", true},
         {"vlan " + none, "removed", "{}", "is not there", true},
         {"vlan " + none, "changed", R"({"name": {"after": "x"}})", "is not there", true},

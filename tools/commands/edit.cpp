@@ -127,6 +127,10 @@ int RunEdit(const ChangeOptions& options, bool asJson)
                 return kOk;
             }
         } catch (const Failure& failure) {
+            if (failure.exitCode == kInterrupted) { // the change stays
+                file.Remove();
+                throw;
+            }
             std::fprintf(stderr, "piovios: %s\n", failure.what());
         }
         if (!WantsToEditAgain()) {

@@ -3,6 +3,7 @@
 
 #include "file/document.h"
 #include "file/locate.h"
+#include "file/parse.h"
 #include "file/read_fields.h"
 #include "objects/failure.h"
 #include "objects/notation.h"
