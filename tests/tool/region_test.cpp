@@ -119,7 +119,8 @@ TEST_F(RegionTest, ChangesOfADiffLeadThereAndBack)
         nodes[0].aInnerTag.pop_back();
         std::string fresh[2];
         for (const int i : {1, 0}) {
-            PushAsCdbm(nodes[i]);
+            Swct_Init();
+            WriteToRegion(ReadRegion(), nodes[i]);
             fresh[i] = Bytes();
         }
         for (const int to : {1, 0}) {

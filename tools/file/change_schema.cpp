@@ -3,6 +3,8 @@
 #include "file/schema_parts.h"
 #include "objects/changes.h"
 
+#include <iterator>
+
 namespace tool {
 
 namespace {
@@ -73,7 +75,7 @@ std::string ChangesSchema()
     }
     Json definitions = Definitions();
     for (auto it = definitions.begin(); it != definitions.end();) { // of whole objects, which no change has
-        it = it->contains("properties") ? definitions.erase(it) : it + 1;
+        it = it->contains("properties") ? definitions.erase(it) : std::next(it);
     }
     definitions["change"] = {{"anyOf", std::move(changes)}};
     const Json reference = {{"$ref", "#/$defs/change"}, {"unevaluatedProperties", false}};

@@ -131,6 +131,9 @@ private:
         if (isBytes) {
             field.notation = Notation::kBytes;
         }
+        if (field.name == RowOf(Class::kPriority).fields[0].name) {
+            field.sameAs = kNoField; // which is no more than its default
+        }
         if (!ReadField(faults, path, value, field, record.data())) {
             return false;
         }

@@ -36,6 +36,14 @@ public:
                 Compare(pBefore, pAfter);
             }
         }
+        for (std::size_t i = 0; m_row.id == Class::kInnerTag && i < m_configurationAfter.aVlan.size(); ++i) {
+            const SwctVlanMoid sMoid = m_configurationAfter.aVlan[i].sMoid;
+            const bool isNew = Find(m_configurationBefore.aVlan, KeyOf(sMoid)) == nullptr;
+            if (isNew && Find(m_configurationAfter.aInnerTag, KeyOf(sMoid)) == nullptr) { // it would come with its VLAN
+                const SwctVlanIfInnerTagRecord sUsual = DefaultInnerTag(sMoid.wVlanId);
+                Compare(&sUsual, nullptr);
+            }
+        }
     }
 
 private:
