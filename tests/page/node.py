@@ -85,8 +85,8 @@ class Node:
         return answer.status, text, answer.headers
 
     def close(self) -> None:
+        self.region.unlink(missing_ok=True)
         if self.exporter:
             self.exporter.send_signal(signal.SIGTERM)
             output, _ = self.exporter.communicate(timeout=20)
             assert self.exporter.returncode == 0, output
-        self.region.unlink(missing_ok=True)
