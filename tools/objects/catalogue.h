@@ -61,7 +61,7 @@ struct ObjectClass {
     std::size_t keyField; // index of the field that is the last key; kNoField: the first key is all
     Records (*records)(const Configuration&);
     void (*assign)(Configuration&, std::string_view bytes); // of all records
-    uint64_t (*keyOf)(const void*); // null when there is one record at most
+    uint64_t (*keyOf)(const void*);                         // null when there is one record at most
 };
 
 std::span<const ObjectClass> Catalogue(); // in the order of Class

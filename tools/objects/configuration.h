@@ -45,9 +45,9 @@ Configuration ReadConfiguration(const Picture& picture);
 // What the region holds now.  Needs the read view.
 Configuration ReadRegion();
 
-// Makes the region what a push into a region just created gives: nothing of the former configuration stays, and what was
-// damaged is mended.  What is as it should be is not stored again.  'present' is what the region holds: where it does
-// not, the way is longer and the end the same.  Needs the write view.
+// Makes the region what a push into a region just created gives: nothing of the former configuration stays, and what
+// was damaged is mended.  What is as it should be is not stored again.  'present' is what the region holds: where it
+// does not, the way is longer and the end the same.  Needs the write view.
 void WriteToRegion(const Configuration& present, const Configuration& wanted);
 
 // No port, no VLAN, and nothing of either.
