@@ -1,14 +1,14 @@
 // stop_at.cpp - preloaded into the command: sends it a signal at the N-th point between two steps of a write.
 //   STOP_IN=COMMAND STOP_AT=N STOP_SIGNAL=NUMBER STOP_MARK=FILE, which appears when the point is reached
-// A step is a class of objects that is pushed, or a change of the files of the state.
+// A step is a change of the files of the state, a class that is pushed, or an element that is taken for writing.
+#include "swct/swct.h"
+
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
 #include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
-
-#include <cstdint>
 
 namespace {
 
@@ -39,6 +39,21 @@ Function* Step(Function* /*pWrapper*/, const char* pName)
 VISIBLE uint32_t Swct_SetConfig(uint16_t wClass, const void* pRequest) noexcept
 {
     return Step(Swct_SetConfig, "Swct_SetConfig")(wClass, pRequest);
+}
+
+VISIBLE SwctVlanEntry* Swct_GetVlanEntryWPtr(uint16_t wVlanId) noexcept
+{
+    return Step(Swct_GetVlanEntryWPtr, "Swct_GetVlanEntryWPtr")(wVlanId);
+}
+
+VISIBLE SwctPbData* Swct_GetPbDataWPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return Step(Swct_GetPbDataWPtr, "Swct_GetPbDataWPtr")(bSlot, bPort);
+}
+
+VISIBLE SwctQinQPort* Swct_GetQinQPortWPtr(uint8_t bSlot, uint8_t bPort) noexcept
+{
+    return Step(Swct_GetQinQPortWPtr, "Swct_GetQinQPortWPtr")(bSlot, bPort);
 }
 
 VISIBLE int rename(const char* pFrom, const char* pTo) noexcept
