@@ -30,6 +30,9 @@ if(PIOVIOS_SANITIZE)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
+# A build tree's own search path, too, is the same wherever the tree lies: it counts into the build id.
+set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
+
 # One optimisation over all sources of the library; not in a static one, whose objects shall be any linker's.
 if(BUILD_SHARED_LIBS AND NOT PIOVIOS_SANITIZE AND NOT CMAKE_BUILD_TYPE STREQUAL "Debug")
     include(CheckIPOSupported)
