@@ -1,5 +1,5 @@
-// region.cpp - the same calls with the same arguments on every machine: writes the region that they leave to the standard
-// output, and then what all the answers were.
+// region.cpp - the same calls with the same arguments on every machine: writes the region that they leave to the
+// standard output, and then what all the answers were.
 #include <cstdio>
 
 #include "support/ask.h"
@@ -8,13 +8,9 @@
 #include "platform/gt.h"
 #include "platform/standin.h"
 
-void BeginCall()
-{
-}
+void BeginCall() {}
 
-void EndCall()
-{
-}
+void EndCall() {}
 
 int main()
 {
