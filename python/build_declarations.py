@@ -7,13 +7,15 @@ _version.py       the version of the project
 """
 import argparse
 import contextlib
+import importlib
 import pathlib
 import re
 import subprocess
 import tempfile
 import textwrap
+from typing import Any
 
-import cffi  # type: ignore[import]
+cffi: Any = importlib.import_module("cffi")  # with or without type stubs, as installed
 
 SOURCE = """
 #include <swct/swct.h>

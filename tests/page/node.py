@@ -5,6 +5,7 @@ import json
 import os
 import signal
 import subprocess
+import tempfile
 from pathlib import Path
 from typing import Any
 
@@ -50,6 +51,8 @@ class Node:
     def __init__(self, name: str) -> None:
         os.environ["PIOVIOS_SHM_PREFIX"] = f"page-test-{os.getpid()}-{name}-"
         os.environ["PIOVIOS_NAMES"] = str(EXAMPLES / "demo.names.json")
+        self.state = tempfile.TemporaryDirectory(prefix="page-test-state-")
+        os.environ["STATE_DIRECTORY"] = self.state.name
         self.region = Path(f"/dev/shm/{os.environ['PIOVIOS_SHM_PREFIX']}swct-data")
         self.exporter: subprocess.Popen[str] | None = None
         self.port = 0
@@ -86,6 +89,7 @@ class Node:
 
     def close(self) -> None:
         self.region.unlink(missing_ok=True)
+        self.state.cleanup()
         if self.exporter:
             self.exporter.send_signal(signal.SIGTERM)
             output, _ = self.exporter.communicate(timeout=20)
