@@ -131,6 +131,7 @@ TEST_F(RegistrationTest, EveryOperationKnowsItsPort)
                   CHANGE_PORT(kExisting, Swct_WriteDefaultCVidRegistration(DefaultMoid(bSlot, bPort), &kDefault)),
                   CHANGE_PORT(kExisting, Swct_DeleteDefaultCVidRegistration(DefaultMoid(bSlot, bPort)))},
                  1, 1);
+    EXPECT_EQ(Swct_CVidRegistration_GetSVid(Moid(1, 1, kKey + 1)), kKey);
     using Registration = SwctCVidRegistration;
     CheckQuestions(
         {ASK_PORT(kNothing, 0, Swct_GetPbDataRPtr(bSlot, bPort) != nullptr),
