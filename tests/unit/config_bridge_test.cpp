@@ -162,6 +162,10 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
     const SwctNetworkPortData& sNp = Swct_GetPbDataRPtr(1, 2)->sNp;
     EXPECT_EQ(+sNp.awLocalVidByRelayVid[99], 7);
     EXPECT_EQ(sNp.aVidTranslation[7].dwStatus * 10 + sNp.aVidTranslation[6].dwStatus, 32U);
+    for (const uint16_t wLocalVid : Vids{280, 300}) { // a request clears network ports, and 2/2 is none
+        SetConfig(437, Record(translation, 2, 2, wLocalVid, 0, wLocalVid));
+    }
+    EXPECT_EQ(+Swct_GetPbDataRPtr(2, 2)->sNp.aVidTranslation[279].wLocalVid, 280);
 }
 
 // A class write keeps what stays the same in place; what comes out may not depend on what was there.

@@ -255,7 +255,9 @@ TEST_F(ConfigVlanTest, WritingVlansKeepsWhatOtherClassesOwn)
     EXPECT_EQ(Swct_GetVlanEntryRPtr(10)->sInnerTag.dwInnerPriority, 1U);
     thePlatform.pRegion->sVlan[20 - 1].dwNbrOfQinQOrPep = 4;
     thePlatform.pRegion->sVlan[10 - 1].dwNbrOfQinQOrPep = 4;
+    std::memset(Swct_GetSwitchPortWPtr(3, 1), 7, sizeof(SwctSwitchPort)); // behind the last VLAN
     Write(205, VlanRecord(20, 20, 1), 4);
+    EXPECT_EQ(Swct_GetSwitchPortRPtr(3, 1)->dwL2PortType, 0x07070707U);
     EXPECT_EQ(+Swct_GetVlanEntryRPtr(20)->dwNbrOfQinQOrPep, 0U);
     EXPECT_EQ(+Swct_GetVlanEntryRPtr(10)->dwNbrOfQinQOrPep, 4U) << "of a VLAN that is gone";
     EXPECT_EQ(+Swct_GetVlanInfo(10)->wVlanId, 0);
