@@ -176,7 +176,7 @@ constexpr Values kValues[] = {
     {"--svid", SVids},      {"--counter", Counters}, {"--output", AnyFiles}, {"SLOT/PORT", Ports},
     {"--region", AnyFiles}, {"NAME", Checkpoints},   {"QUEUE", Queues},      {"VLAN", Vlans},
     {"LIST", Vlans},        {"C-VID", CVids},        {"PEP", Peps},          {"LEVEL", Levels},
-    {"FILE", JsonFiles},    {"FILE2", JsonFiles},    {"WORDS", Objects},
+    {"FILE", JsonFiles},    {"FILE2", JsonFiles},    {"HTML", AnyFiles},     {"WORDS", Objects},
 };
 
 std::string NameOf(const CLI::Option& option)

@@ -35,7 +35,7 @@ int Report(const std::string& file)
 Action SetUpReport(CLI::App& command)
 {
     auto file = std::make_shared<std::string>();
-    command.add_option("FILE", *file, "Where to write; without it, or -, the standard output");
+    command.add_option("HTML", *file, "Where to write; without it, or -, the standard output");
     return [file](const Globals&) { return Report(*file); };
 }
 
