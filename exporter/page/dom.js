@@ -50,7 +50,7 @@ const counted = (number, one, many) => grouped(number) + " " + (number === 1 ? o
 // 12,345,678 is "12.3 M"
 const short = (number) => {
   const step = [[1e18, "E"], [1e15, "P"], [1e12, "T"], [1e9, "G"], [1e6, "M"], [1e3,
-    "k"]].find(([size]) => number >= size);
+    "k"]].find(([size]) => number >= size * 0.9995);
   return step ? (number / step[0]).toPrecision(3) + " " + step[1] : String(number);
 };
 const timeText = (seconds) => new Date(seconds * 1000).toISOString().replace("T", " ").replace(/\..*/, " UTC");

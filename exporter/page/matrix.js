@@ -9,7 +9,7 @@ const wantedVlans = (model) => {
   const kind = byId("filter-kind").value;
   const ranges = rangesOf(text);
   const isWanted = (vlan) => ranges ? ranges.some(([first, last]) => first <= vlan.id && vlan.id <= last)
-    : vlan.name.toLowerCase().includes(text);
+    || vlan.name === text : vlan.name.toLowerCase().includes(text);
   const hasKind = (vlan) => {
     const letters = port === "" ? vlan.letters : vlan.letters[Number(port)];
     return kind === "" ? port === "" || letters !== "-" : letters.includes(kind);
