@@ -2,6 +2,9 @@
 # needs (dev).  The command (tool) and the Python package (python) have their rules in their folders.
 include(CMakePackageConfigHelpers)
 
+# Below the prefix, so that pkg-config may move it, unless they were given as absolute paths.
+cmake_path(APPEND pc_libdir "\${prefix}" "${CMAKE_INSTALL_LIBDIR}")
+cmake_path(APPEND pc_includedir "\${prefix}" "${CMAKE_INSTALL_INCLUDEDIR}")
 foreach(name piovios piovios-platform)
     string(REPLACE "piovios-platform" "platform" component ${name})
     string(REPLACE "piovios" "runtime" component ${component})
