@@ -11,6 +11,7 @@
 #include "platform/standin.h"
 #include "server.h"
 #include "terminal/interrupt.h"
+#include "terminal/text.h"
 
 #include <CLI/CLI.hpp>
 #include <algorithm>
@@ -60,11 +61,24 @@ void PrepareToStartAnew(char** argv)
     sigaction(SIGBUS, &action, nullptr);
 }
 
+void CheckHosts(const std::vector<std::string>& hosts)
+{
+    for (const std::string& host : hosts) {
+        const bool isBracketed = host.starts_with('[') && host.ends_with(']');
+        if (host.empty() || host.find_first_of(isBracketed ? " \t\r\n" : ": \t\r\n") != std::string::npos) {
+            throw Failure(tool::kBadInput,
+                          fmt::format("--host: '{}' must be a name without a port, such as node.example.org or "
+                                      "[2001:db8::1]",
+                                      tool::CleanText(host)));
+        }
+    }
+}
+
 int Serve(const Options& options)
 {
     Address address = ParseAddress(options.listen);
     const int listener = Listen(address);
-    std::vector<std::string> hosts = {"localhost", "127.0.0.1", "[::1]", "ip6-localhost", address.InUrl()};
+    std::vector<std::string> hosts = {"localhost", "[::1]", "ip6-localhost", address.InUrl()};
     hosts.insert(hosts.end(), options.hosts.begin(), options.hosts.end());
     fmt::print("listening on http://{}/\n", address.Text());
     std::fflush(stdout);
@@ -97,7 +111,8 @@ int Run(int argc, char** argv)
         ->type_name("ADDRESS[:PORT]")
         ->capture_default_str();
     app.add_option("--host", options.hosts, "Another name of this server, as the header Host has it; may be repeated")
-        ->type_name("NAME");
+        ->type_name("NAME")
+        ->allow_extra_args(false);
     app.add_option("--names", options.names, "File of the site's names for values, counters and stamps")
         ->type_name("FILE")
         ->envname("PIOVIOS_NAMES");
@@ -108,6 +123,7 @@ int Run(int argc, char** argv)
     } catch (const CLI::ParseError& error) {
         throw Failure(tool::kBadInput, fmt::format("{}; see 'piovios-exporter --help'", error.what()));
     }
+    CheckHosts(options.hosts);
     Standin__SetErrorTracing(0);
     if (!options.names.empty()) {
         tool::UseNames(tool::ReadNames(options.names));

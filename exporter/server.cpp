@@ -4,9 +4,11 @@
 #include "terminal/terminal.h"
 
 #include <algorithm>
+#include <arpa/inet.h>
 #include <cstring>
 #include <fmt/format.h>
 #include <poll.h>
+#include <set>
 #include <sys/socket.h>
 
 namespace exporter {
@@ -16,11 +18,12 @@ using tool::Failure;
 
 namespace {
 
-constexpr unsigned kConnectionsMax = 128;          // of the library, which accepts no more
-constexpr std::size_t kConnectionsKept = 96;       // the one that waits longest makes room for a new one
-constexpr std::size_t kMemoryOfConnection = 16384; // bytes, for a request's line and headers
-constexpr auto kTimeOfRequest = 20s;               // from one answer to the next; more than a scraper's interval
-constexpr unsigned kSilence = 20;                  // seconds
+constexpr unsigned kConnectionsMax = 128;                // of the library, which accepts no more
+constexpr std::size_t kConnectionsKept = 96;             // the one that waits longest makes room for a new one
+constexpr std::size_t kMemoryOfConnection = 16384;       // bytes, for a request's line and headers
+constexpr auto kTimeOfRequest = 20s;                     // from one answer to the next; more than a scraper's interval
+constexpr unsigned kSilence = 20;                        // seconds
+constexpr std::size_t kTextsMax = std::size_t{64} << 20; // bytes of the different texts that are being sent
 
 // The policy of the page itself is in the page.
 constexpr const char* kHeaders[][2] = {{"X-Content-Type-Options", "nosniff"},
@@ -116,6 +119,27 @@ void Server::Run()
         shutdown(connection.socket, SHUT_RDWR);
     }
     MHD_run(m_pDaemon);
+    LimitTexts();
+}
+
+// Those who read slowly while the node changes would each keep another text alive.  Those who began last go on.
+void Server::LimitTexts()
+{
+    std::set<const Document*> texts;
+    std::size_t bytes = 0;
+    for (auto connection = m_connections.rbegin(); connection != m_connections.rend(); ++connection) {
+        DocumentPtr& sent = connection->sent;
+        if (sent == nullptr || texts.contains(sent.get())) {
+            continue;
+        }
+        if (bytes + sent->text.size() > kTextsMax) {
+            shutdown(connection->socket, SHUT_RDWR);
+            sent.reset();
+        } else {
+            texts.insert(sent.get());
+            bytes += sent->text.size();
+        }
+    }
 }
 
 void Server::Finish()
@@ -141,7 +165,7 @@ void Server::Follow(void* pServer, MHD_Connection* pConnection, void** ppContext
     auto& connections = static_cast<Server*>(pServer)->m_connections;
     if (code == MHD_CONNECTION_NOTIFY_STARTED) {
         const int socket = MHD_get_connection_info(pConnection, MHD_CONNECTION_INFO_CONNECTION_FD)->connect_fd;
-        connections.push_back({socket, Clock::now()});
+        connections.push_back({socket, Clock::now(), false, nullptr});
         *ppContext = new std::list<Connection>::iterator(std::prev(connections.end()));
         if (connections.size() > kConnectionsKept) {
             // The library sees the end of the connection and tells so here; until then it is behind the others.
@@ -160,7 +184,7 @@ void Server::Complete(void* pServer, MHD_Connection* pConnection, void** /*ppSta
     if (code == MHD_REQUEST_TERMINATED_COMPLETED_OK) {
         auto& connections = static_cast<Server*>(pServer)->m_connections;
         const auto place = PlaceOf(pConnection);
-        *place = {place->socket, Clock::now(), true};
+        *place = {place->socket, Clock::now(), true, nullptr};
         connections.splice(connections.end(), connections, place);
     }
 }
@@ -173,8 +197,11 @@ bool Server::IsMeant(const char* pHost) const
     if (colon != std::string::npos && host.find(']', colon) == std::string::npos) {
         host.resize(colon);
     }
-    return std::any_of(m_hosts.begin(), m_hosts.end(),
-                       [&host](const std::string& name) { return strcasecmp(name.c_str(), host.c_str()) == 0; });
+    in_addr address{};
+    const bool isLoopback = inet_pton(AF_INET, host.c_str(), &address) == 1 && ntohl(address.s_addr) >> 24 == 127;
+    return isLoopback || std::any_of(m_hosts.begin(), m_hosts.end(), [&host](const std::string& name) {
+               return strcasecmp(name.c_str(), host.c_str()) == 0;
+           });
 }
 
 DocumentPtr Server::Choose(MHD_Connection* pConnection, const char* pPath, const std::string& method) const
@@ -207,7 +234,9 @@ MHD_Result Server::Answer(void* pServer, MHD_Connection* pConnection, const char
         return MHD_YES;
     }
     try { // between here and the main loop is a library in C
-        return Send(pConnection, static_cast<Server*>(pServer)->Choose(pConnection, pPath, pMethod));
+        DocumentPtr& sent = PlaceOf(pConnection)->sent;
+        sent = static_cast<Server*>(pServer)->Choose(pConnection, pPath, pMethod);
+        return Send(pConnection, sent);
     } catch (const std::exception& fault) {
         fmt::print(stderr, "piovios-exporter: internal error: {}; please report it\n", fault.what());
         return MHD_NO;

@@ -32,7 +32,8 @@ private:
     struct Connection {
         int socket;
         Clock::time_point since; // it was accepted, or had its last answer
-        bool isIdle = false;     // has had an answer, and has not asked again
+        bool isIdle;             // has had an answer, and has not asked again
+        DocumentPtr sent;        // that it is being sent
     };
 
     static MHD_Result Answer(void* pServer, MHD_Connection* pConnection, const char* pPath, const char* pMethod,
@@ -42,6 +43,7 @@ private:
                        MHD_ConnectionNotificationCode code);
     static void Complete(void* pServer, MHD_Connection* pConnection, void** ppState, MHD_RequestTerminationCode code);
 
+    void LimitTexts();
     [[nodiscard]] DocumentPtr Choose(MHD_Connection* pConnection, const char* pPath, const std::string& method) const;
     [[nodiscard]] bool IsMeant(const char* pHost) const;
 

@@ -5,6 +5,7 @@ import json
 import os
 import re
 import shutil
+import socket
 import subprocess
 import time
 from pathlib import Path
@@ -12,7 +13,7 @@ from pathlib import Path
 import pytest
 from hostile import siege
 from jsonschema import Draft202012Validator
-from node import EXAMPLES, PROGRAMS, Node
+from node import EXAMPLES, FULL, PROGRAMS, Node
 
 DOCS = EXAMPLES.parent / "docs"
 PATHS = ["/", "/metrics", "/data.json", "/api/state", "/api/history?port=1/1", "/api/check"]
@@ -58,7 +59,8 @@ HEARD: list[tuple[str, str, dict[str, str], int]] = [
     ("GET", "/etc/passwd", {}, 404), ("GET", "/api/history", {}, 400), ("GET", "/api/history?port=9/9", {}, 400),
     ("GET", "/api/history?port=1/1&ring=1h", {}, 400), ("GET", "/", {"Host": "evil.example"}, 421),
     ("GET", "/", {"Host": "127.0.0.1.evil.example"}, 421), ("GET", "/", {"Host": "Node.Example.Org:443"}, 200),
-    ("GET", "/", {"Host": "localhost"}, 200), ("GET", "/", {"Host": "[::1]:19821"}, 200),
+    ("GET", "/", {"Host": "localhost"}, 200), ("GET", "/", {"Host": "127.9.0.1"}, 200),
+    ("GET", "/", {"Host": "[::1]:19821"}, 200),
     ("GET", "/", {"X": "y" * 20000}, 431), ("POST", "/", {"Host": "evil.example"}, 421)]
 
 
@@ -110,6 +112,8 @@ def test_node_goes_and_comes_back(node: Node) -> None:
 @pytest.mark.parametrize("words,reason", [
     (["--listen", "localhost"], "must be an IP address"), (["--listen", "127.0.0.1:99999"], "must end in a port"),
     (["--listen", "192.0.2.1"], "cannot listen on 192.0.2.1:19821"), (["--nonsense"], "see 'piovios-exporter --help'"),
+    (["--host", "a", "b"], "see 'piovios-exporter --help'"), (["--host", ""], "must be a name"),
+    (["--host", "a:80"], "must be a name"),
     (["--names", "/no/such/file"], "/no/such/file")])
 def test_wrong_arguments(words: list[str], reason: str) -> None:
     ended = subprocess.run([str(PROGRAMS / "piovios-exporter"), *words], capture_output=True, text=True, timeout=20)
@@ -131,3 +135,26 @@ def test_hostile_requests(metro: Node) -> None:
     slowness = int(os.environ.get("PIOVIOS_SLOWNESS", "1"))
     assert times[len(times) * 9 // 10] < 0.05 * slowness  # the rest is for what else this machine does
     assert memory() < before + 16384 * slowness
+
+
+def test_slow_readers_of_old_texts_are_few(node: Node) -> None:
+    node.load(FULL["translations"])  # 4.4 MB; what slow readers of more than 64 MB hold is let go
+    place = node.region.read_bytes().index(b"customer service 0001")
+    node.serve()
+    readers: list[socket.socket] = []
+    assert node.exporter
+    for name in (f"reader {i:04}" for i in range(18)):
+        with open(node.region, "r+b") as region:
+            region.seek(place)
+            region.write(name.encode())
+        while name not in node.get("/api/state")[1]:
+            pass
+        readers.append(socket.socket())
+        readers[-1].setsockopt(socket.SOL_SOCKET, socket.SO_RCVBUF, 2048)
+        readers[-1].connect(("127.0.0.1", node.port))
+        readers[-1].send(b"GET /api/state HTTP/1.1\r\nHost: localhost\r\n\r\n")
+    await_status(node, "/api/check", 200)
+    served = sum(os.readlink(link).startswith("socket") for link in Path(f"/proc/{node.exporter.pid}/fd").iterdir())
+    assert 10 < served < 18
+    for reader in readers:
+        reader.close()
