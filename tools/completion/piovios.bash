@@ -2,6 +2,7 @@
 _piovios()
 {
     local cur=${COMP_WORDS[COMP_CWORD]} line
+    cur=${cur#[\"\']}     # a quote that is still open
     [[ $cur == = ]] && cur= # as --port=1/2 is taken apart
     local -a files
     COMPREPLY=()
