@@ -18,6 +18,18 @@ namespace {
 
 constexpr std::size_t kObjectNameMax = 200; // shown of a name in a message
 
+// Members that an object {...} cannot have.
+void RefuseOthers(const Json& object, std::span<const std::string_view> known, const Path& path, Faults& faults)
+{
+    if (object.is_object()) {
+        for (const auto& member : object.get_ref<const Json::object_t&>()) {
+            if (std::find(known.begin(), known.end(), member.first) == known.end()) {
+                faults.Unknown(path, member.first, known);
+            }
+        }
+    }
+}
+
 class ChangeReader {
 public:
     explicit ChangeReader(Faults& faults) : m_faults(faults) {}
@@ -100,6 +112,8 @@ private:
             m_faults.Unknown(membersPath, name, known);
             return;
         }
+        static constexpr std::string_view kSides[] = {"before", "after"};
+        RefuseOthers(value, kSides, path, m_faults);
         const Json* const pBefore = FindMember(value, "before");
         const Json* const pAfter = FindMember(value, "after");
         const bool hasBefore = pBefore != nullptr && !pBefore->is_null();
@@ -161,11 +175,7 @@ void Check(const Json& document, std::span<const std::string_view> known, Faults
     if (pSchema == nullptr || *pSchema != kSchema) {
         faults.Error(Path(Path(), "schema"), pSchema, "must be 1, the number of the format that this version reads");
     }
-    for (const auto& member : document.get_ref<const Json::object_t&>()) {
-        if (std::find(known.begin(), known.end(), member.first) == known.end()) {
-            faults.Unknown(Path(), member.first, known);
-        }
-    }
+    RefuseOthers(document, known, Path(), faults);
 }
 
 void ReadSet(const Json& document, const Json& list, Faults& faults, ParsedChanges& parsed)
@@ -188,11 +198,7 @@ void ReadSet(const Json& document, const Json& list, Faults& faults, ParsedChang
             continue;
         }
         reader.Read(list[i], changePath, parsed);
-        for (const auto& member : list[i].get_ref<const Json::object_t&>()) {
-            if (std::find(std::begin(kMembers), std::end(kMembers), member.first) == std::end(kMembers)) {
-                faults.Unknown(changePath, member.first, kMembers);
-            }
-        }
+        RefuseOthers(list[i], kMembers, changePath, faults);
     }
 }
 
@@ -208,6 +214,7 @@ void ReadEvent(const Json& document, const Json& event, Faults& faults, ParsedCh
         faults.Error(Path(Path(), "event"), &event, "must be \"change\", \"start\", \"period\" or \"restart\"");
         return;
     }
+    parsed.isEvent = true;
     ChangeReader(faults).Read(document, Path(), parsed);
     if (const Json* const pMore = FindMember(document, "more")) {
         if (pMore->is_number_unsigned()) {

@@ -11,6 +11,7 @@ namespace tool {
 // One document: what diff prints, or a line of watch.
 struct ParsedChanges {
     std::vector<ObjectChange> changes;
+    bool isEvent = false;     // one change of watch
     std::size_t nrOfMore = 0; // that belong to these and follow in documents of their own
     std::vector<ConfigFault> faults;
     std::size_t nrOfErrors = 0;
