@@ -56,6 +56,7 @@ TEST(ChangesTest, EachObjectAndMemberIsRead)
         {"vlan 5 member", "removed", "{}", "a port is missing"},
         {"vlan 5 member 1/1 9/9", "removed", "{}", "'9/9' must be a port"},
         {"port 1/1 pep 3 priority 1-9", "changed", "{}", "priorities are 1 to 8"},
+        {"port 1/1 pep 1-2 priority 1", "changed", "{}", "one provider edge port at a time"},
         {"port 1/1 pep 17 priority 1", "changed", "{}", "provider edge ports are 1 to 16"},
         {"port 1/1 vid 4095", "removed", "{}", "VID translations are 1 to 4094"},
         {"port 1/1 default 3", "removed", "{}", "'3' is too much"},
@@ -67,6 +68,7 @@ TEST(ChangesTest, EachObjectAndMemberIsRead)
         {"port 1/1 cvid 5", "changed", R"({"sVid": 7})", "must be an object {\"before\""},
         {"port 1/1 cvid 5", "changed", R"({"cVid": {"after": 7}})", "is no member"},
         {"port 1/1", "changed", R"({"pvdi": {"after": 7}})", "\"pvid\" is"},
+        {"port 1/1", "changed", R"({"pvid": {"befor": 1, "after": 4}})", "\"before\" is"},
         {"port 1/1", "changed", R"({"pvid": {"after": 4095}})", "must be a number from 1 to 4094"},
         {"port 1/1", "changed", R"({"pvid": {"before": "x", "after": 4}})", "is no value of this member"},
         {"port 1/1", "changed", R"({"pvid": {"before": 4095, "after": 4}})", "none"}, // the region may hold it
@@ -99,6 +101,7 @@ TEST(ChangesTest, WhatIsNotAsExpectedIsRefusedUnlessForced)
         {"vlan " + vlan, "changed", R"({"name": {"before": "x", "after": "y"}})", "and was to be \"x\"", true},
         {"vlan " + vlan, "removed", R"({"name": {"before": "x"}})", "and was to be \"x\"", true},
         {"vlan " + none + " member 1/1", "added", R"({"membership": {"after": 1}})", "there is no vlan " + none, false},
+        {"vlan " + none + " member 1/1", "changed", R"({"membership": {"after": 1}})", "member 1/1: ", false},
         {"switch", "removed", "{}", "is always there", false},
     };
     for (const auto& [object, kind, members, expected, isForced] : kCases) {

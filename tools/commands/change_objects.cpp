@@ -94,6 +94,13 @@ void AddQinQ(const Configuration& present, std::vector<ObjectChange>& changes)
     }
 }
 
+std::string_view AdviceFor(DifferenceKind kind)
+{
+    return kind == DifferenceKind::kAdded     ? ", 'piovios set' changes what is there"
+           : kind == DifferenceKind::kChanged ? ", 'piovios add' makes a new one"
+                                              : "";
+}
+
 template <DifferenceKind kKind>
 Action SetUp(CLI::App& command)
 {
@@ -110,7 +117,7 @@ Action SetUp(CLI::App& command)
         auto changes = ChangesOf(kKind, options->words, options->lenient ? Strictness::kLenient : Strictness::kStrict);
         const auto apply = [&](const Configuration& present) {
             AddQinQ(present, changes);
-            return Apply(present, changes, Conflicts::kRefuse);
+            return Apply(present, changes, Conflicts::kRefuse, AdviceFor(kKind));
         };
         ChangeAndTell(name, *options, apply, globals.json);
         return kOk;

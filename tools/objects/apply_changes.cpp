@@ -14,8 +14,6 @@ namespace tool {
 
 namespace {
 
-constexpr char kOverride[] = "; nothing was changed, --force applies it all the same";
-
 uint64_t KeyIn(const ObjectClass& row, const void* pRecord)
 {
     return row.keyOf == nullptr ? 0 : row.keyOf(pRecord);
@@ -43,8 +41,8 @@ using Edits = std::map<uint64_t, std::optional<std::string>>;
 
 class Applier {
 public:
-    Applier(const ObjectClass& row, const Configuration& configuration, Conflicts conflicts)
-        : m_row(row), m_configuration(configuration), m_isForced(conflicts == Conflicts::kOverride)
+    Applier(const ObjectClass& row, const Configuration& configuration, Conflicts conflicts, std::string_view advice)
+        : m_row(row), m_configuration(configuration), m_isForced(conflicts == Conflicts::kOverride), m_advice(advice)
     {
     }
 
@@ -97,7 +95,7 @@ private:
         const bool isNew = change.kind == DifferenceKind::kAdded;
         if (isNew != (pStored == nullptr) && !m_isForced) {
             Fail(isNew ? kBadInput : kNotThere, fresh,
-                 std::string(isNew ? "is there already" : "is not there") + kOverride);
+                 fmt::format("{}; nothing was changed{}", isNew ? "is there already" : "is not there", m_advice));
         }
         if (pStored != nullptr && !m_isForced) {
             Check(change, fresh, pStored);
@@ -127,13 +125,15 @@ private:
             std::string was;
             AppendValue(is, field, pStored);
             AppendValue(was, field, expected.data());
-            Fail(kFindings, fresh, fmt::format("{} is {}, and was to be {}{}", field.name, is, was, kOverride));
+            Fail(kFindings, fresh,
+                 fmt::format("{} is {}, and was to be {}; nothing was changed{}", field.name, is, was, m_advice));
         }
     }
 
     const ObjectClass& m_row;
     const Configuration& m_configuration;
     bool m_isForced;
+    std::string_view m_advice;
     Edits m_edits;
 };
 
@@ -191,11 +191,12 @@ void EraseOrphans(Class id, const Configuration& c, std::vector<Record>& records
 
 } // namespace
 
-Configuration Apply(const Configuration& present, std::span<const ObjectChange> changes, Conflicts conflicts)
+Configuration Apply(const Configuration& present, std::span<const ObjectChange> changes, Conflicts conflicts,
+                    std::string_view advice)
 {
     Configuration c = present;
     for (const ObjectClass& row : Catalogue()) {
-        Applier applier(row, c, conflicts);
+        Applier applier(row, c, conflicts, advice);
         for (const ObjectChange& change : changes) {
             if (change.objects.pRow == &row) {
                 applier.Add(change);
@@ -211,7 +212,10 @@ Configuration Apply(const Configuration& present, std::span<const ObjectChange> 
         const ObjectClass& row = *change.objects.pRow;
         const auto* const pFirst = change.objects.records.front().data();
         const std::string missing = MissingParent(row, c, pFirst);
-        if (!missing.empty() && change.kind == DifferenceKind::kAdded) {
+        // What is changed may go with a parent that these changes remove, but not for want of one.
+        const bool isNeeded = change.kind == DifferenceKind::kAdded ||
+                              (change.kind == DifferenceKind::kChanged && !MissingParent(row, present, pFirst).empty());
+        if (!missing.empty() && isNeeded) {
             throw Failure(kBadInput, fmt::format("{}: there is no {}", ObjectName(row, pFirst), missing));
         }
     }

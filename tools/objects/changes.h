@@ -37,9 +37,12 @@ struct ObjectChange {
 };
 
 enum class Conflicts { kRefuse, kOverride };
+inline constexpr std::string_view kForceAdvice = ", --force applies it all the same"; // of commands that have it
 
 // The configuration after the changes, each object of which is changed once.  What an object that goes leaves behind
 // goes with it.  Throws a Failure that names the first object that is not as its change says it was.
-Configuration Apply(const Configuration& present, std::span<const ObjectChange> changes, Conflicts conflicts);
+// 'advice' is what that says at its end.
+Configuration Apply(const Configuration& present, std::span<const ObjectChange> changes, Conflicts conflicts,
+                    std::string_view advice = {});
 
 } // namespace tool

@@ -99,7 +99,11 @@ private:
         const bool isPriority = word == "pep" && m_words.size() > m_next + 2;
         if (isPriority) {
             ++m_next;
-            m_pep = static_cast<uint16_t>(Numbers(Take(""), SWCT_PEP_MAX, "provider edge ports").front());
+            const auto peps = Numbers(Take(""), SWCT_PEP_MAX, "provider edge ports");
+            if (peps.size() != 1) {
+                Fail("priorities are named for one provider edge port at a time");
+            }
+            m_pep = static_cast<uint16_t>(peps.front());
         }
         std::string known;
         for (const ObjectClass& row : Catalogue()) {
