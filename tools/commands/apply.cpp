@@ -6,6 +6,7 @@
 #include "file/text_file.h"
 #include "objects/failure.h"
 #include "terminal/attach.h"
+#include "terminal/terminal.h"
 
 #include <CLI/CLI.hpp>
 #include <cerrno>
@@ -34,6 +35,7 @@ public:
     // Takes a value; true when a group is complete.
     bool Add(const ValueCutter::Value& value)
     {
+        m_isEmpty = false;
         ParsedChanges parsed = ParseChanges(value.text, value.line, m_strictness);
         if (parsed.nrOfErrors == 1 && parsed.faults.size() == 1) {
             throw Failure(kBadInput, FaultText(m_file, parsed.faults.front()) + "; nothing of it was changed");
@@ -47,6 +49,9 @@ public:
             throw Failure(kBadInput,
                           fmt::format("{}: {} faults; nothing of it was changed", FileName(m_file), parsed.nrOfErrors));
         }
+        if (!parsed.isEvent || parsed.nrOfMore + 1 != m_nrOfMore) {
+            FailIfCut(fmt::format("in line {} something else comes", value.line));
+        }
         std::move(parsed.changes.begin(), parsed.changes.end(), std::back_inserter(m_group));
         m_nrOfMore = parsed.nrOfMore;
         return m_nrOfMore == 0 && !m_group.empty();
@@ -57,12 +62,20 @@ public:
         return std::exchange(m_group, {});
     }
 
-    void FailIfCut() const
+    // 'how' the values go on where changes are missing.
+    void FailIfCut(const std::string& how = "the input ends") const
     {
         if (m_nrOfMore > 0) {
-            throw Failure(kBadInput, fmt::format("{} ends before the last {} of the changes that belong together; "
+            throw Failure(kBadInput, fmt::format("{}: {} before the last {} of the changes that belong together; "
                                                  "these were not applied",
-                                                 FileName(m_file), m_nrOfMore));
+                                                 FileName(m_file), how, m_nrOfMore));
+        }
+    }
+
+    void FailIfEmpty() const
+    {
+        if (m_isEmpty) {
+            throw Failure(kBadInput, FileName(m_file) + ": there is no change set in it");
         }
     }
 
@@ -71,6 +84,7 @@ private:
     Strictness m_strictness;
     Group m_group;
     std::size_t m_nrOfMore = 0;
+    bool m_isEmpty = true;
 };
 
 Conflicts ConflictsOf(const Options& options)
@@ -93,10 +107,11 @@ int ApplyFile(const Options& options, bool asJson)
             }
         }
     }
+    groups.FailIfEmpty();
     groups.FailIfCut();
     const auto apply = [&](Configuration configuration) {
         for (const Group& group : all) {
-            configuration = Apply(configuration, group, ConflictsOf(options));
+            configuration = Apply(configuration, group, ConflictsOf(options), kForceAdvice);
         }
         return configuration;
     };
@@ -120,7 +135,7 @@ int ApplyStream(const Options& options, bool asJson)
     Groups groups(options);
     std::optional<Configuration> dry; // what a dry run has come to
     const auto apply = [&](const Configuration& present) {
-        Configuration changed = Apply(dry ? *dry : present, groups.Take(), ConflictsOf(options));
+        Configuration changed = Apply(dry ? *dry : present, groups.Take(), ConflictsOf(options), kForceAdvice);
         if (options.dryRun) {
             dry = changed;
         }
@@ -140,10 +155,17 @@ int ApplyStream(const Options& options, bool asJson)
         while (const auto value = cutter.Next(got == 0)) {
             if (groups.Add(*value)) {
                 FailForAnother(region);
-                ChangeAndTell(FileName(options.file), options, apply, asJson, true);
+                try {
+                    ChangeAndTell(FileName(options.file), options, apply, asJson, true);
+                } catch (const OutputClosed&) { // nobody reads what was changed; the changes come nevertheless
+                    if (options.dryRun) {
+                        throw;
+                    }
+                }
             }
         }
     }
+    groups.FailIfEmpty();
     groups.FailIfCut();
     return kOk;
 }
