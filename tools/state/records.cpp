@@ -56,12 +56,19 @@ std::string FileAfter(RecordKind kind)
 std::optional<Record> ReadRecord(RecordKind kind)
 {
     const auto text = ReadState(FileOf(kind));
-    const Json json = text ? Json::parse(*text, nullptr, false) : Json();
-    if (!json.is_object()) {
+    if (!text) {
         return std::nullopt;
     }
-    return Record{json.value("command", ""), json.value("process", ""), json.value("deadline", int64_t{0}),
-                  json.value("region", Json()) == RegionNow()};
+    try {
+        const Json json = Json::parse(*text);
+        return Record{json.at("command").get<std::string>(), json.at("process").get<std::string>(),
+                      json.at("deadline").get<int64_t>(), json.at("region") == RegionNow()};
+    } catch (const Json::exception&) { // of no JSON, or of another type
+        RemoveRecord(kind);
+        LogAndTell(fmt::format("{} was damaged and is removed: 'piovios check' tells whether a write was cut short",
+                               (StateFolder() / FileOf(kind)).string()));
+        return std::nullopt;
+    }
 }
 
 void WriteRecord(RecordKind kind, const Record& record)
