@@ -139,6 +139,10 @@ int RunConfirm(const WriteOptions& options, bool asJson)
         throw Failure(kFindings, fmt::format("{} was cut short and cannot be confirmed: 'piovios rollback' mends it",
                                              DoerText(*write.CutShort())));
     }
+    if (!write.HoldsUnconfirmed()) {
+        Tell(fmt::format("another process has written to the region since {}: what it holds now stays",
+                         DoerText(*confirmation)));
+    }
     write.ForgetConfirmation();
     Log(fmt::format("{} was confirmed", DoerText(*confirmation)));
     asJson ? PrintJson({{"confirmed", confirmation->command}})

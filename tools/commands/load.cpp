@@ -4,6 +4,7 @@
 #include "commands/write.h"
 #include "file/text_file.h"
 #include "objects/failure.h"
+#include "terminal/attach.h"
 #include "terminal/terminal.h"
 
 #include <CLI/CLI.hpp>
@@ -59,18 +60,11 @@ void PrintResult(const Options& options, const ParseResult& result, bool asJson)
     PrintJson(document);
 }
 
-// An empty file is a slip more often than a wish.
-void RefuseToEmpty(const Options& options, const Configuration& wanted, const Configuration& present)
-{
-    if (!options.force && HasNoObjects(wanted) && !HasNoObjects(present)) {
-        throw Failure(kBadInput, fmt::format("{} has no ports and no VLANs, and would take away the node's {}: add "
-                                             "--force if that is meant",
-                                             FileName(options.file), Summary(present)));
-    }
-}
-
 int Load(const Options& options, bool asJson)
 {
+    if (!options.dryRun) {
+        RefuseCopy();
+    }
     const ParseResult result =
         Parse(ReadTextFile(options.file), options.lenient ? Strictness::kLenient : Strictness::kStrict);
     if (result.nrOfErrors > 0) {
@@ -85,9 +79,12 @@ int Load(const Options& options, bool asJson)
     }
     if (!options.dryRun) {
         ChangeRegion(FileName(options.file), options.write, [&](const Configuration& present) {
-            RefuseToEmpty(options, result.configuration, present);
+            RefuseToEmpty(FileName(options.file), options.force, result.configuration, present);
             return result.configuration;
         });
+    } else if (HasNoObjects(result.configuration) && FindRegion()) {
+        AttachForReading();
+        RefuseToEmpty(FileName(options.file), options.force, result.configuration, ReadRegion());
     }
     if (!asJson) {
         PrintFaults(options.file, result);

@@ -48,6 +48,13 @@ int Init(const Globals& globals, const Options& options)
                                   "which wipes it",
                                   RegionName()));
     }
+    const auto confirmation = ReadRecord(RecordKind::kConfirmation);
+    if (confirmation && confirmation->isOfThisRegion && MillisecondsLeft(*confirmation) > 0) {
+        throw Failure(kInUse,
+                      fmt::format("{} awaits confirmation: 'piovios confirm' keeps it, 'piovios rollback' takes "
+                                  "it back",
+                                  DoerText(*confirmation)));
+    }
     Wipe(options, CreateRegion);
     Report(globals, "created", "created");
     return kOk;

@@ -37,18 +37,23 @@ std::string LeftText(const Record& confirmation)
     return DurationText(std::max<int64_t>(MillisecondsLeft(confirmation), 0) / 1000);
 }
 
+Failure AwaitsConfirmation(const Record& confirmation)
+{
+    return {kInUse, fmt::format("{} awaits confirmation for another {}: 'piovios confirm' keeps it, 'piovios "
+                                "rollback' takes it back, --confirm adds to it",
+                                DoerText(confirmation), LeftText(confirmation))};
+}
+
 // What stands in the way of a change.
-void RefuseOnTop(const RegionWrite& write, const WriteOptions& options)
+void RefuseOnTop(const RegionWrite& write, const WriteOptions& options, bool isOvertaken)
 {
     if (write.CutShort() && !options.isWhole) {
         throw Failure(kFindings, fmt::format("{} was cut short and the region may hold half of it: 'piovios check' "
                                              "tells what, 'piovios rollback' or loading a whole file mends it",
                                              DoerText(*write.CutShort())));
     }
-    if (write.Confirmation() && options.confirmSeconds == 0 && !options.endsConfirmation) {
-        throw Failure(kInUse, fmt::format("{} awaits confirmation for another {}: 'piovios confirm' keeps it, 'piovios "
-                                          "rollback' takes it back, --confirm adds to it",
-                                          DoerText(*write.Confirmation()), LeftText(*write.Confirmation())));
+    if (write.Confirmation() && !isOvertaken && options.confirmSeconds == 0 && !options.endsConfirmation) {
+        throw AwaitsConfirmation(*write.Confirmation());
     }
 }
 
@@ -91,30 +96,43 @@ void AddLockOptions(CLI::App& command, WriteOptions& options)
 void AddWriteOptions(CLI::App& command, WriteOptions& options)
 {
     AddLockOptions(command, options);
-    command
-        .add_option_function<std::string>(
-            "--confirm", [&options](const std::string& text) { options.confirmSeconds = ParseDuration(text); },
-            "Go back to what is there now, unless 'piovios confirm' comes within this time: 90s, 5m, 2h")
-        ->check(CLI::Validator(CheckDuration, ""))
-        ->excludes("--no-checkpoint")
-        ->type_name("TIME");
+    auto* const pConfirm = command.add_option_function<std::string>(
+        "--confirm", [&options](const std::string& text) { options.confirmSeconds = ParseDuration(text); },
+        "Go back to what is there now, unless 'piovios confirm' comes within this time: 90s, 5m, 2h");
+    pConfirm->check(CLI::Validator(CheckDuration, ""))->excludes("--no-checkpoint")->type_name("TIME");
+    if (auto* const pDryRun = command.get_option_no_throw("--dry-run")) {
+        pConfirm->excludes(pDryRun);
+    }
 }
 
 void ChangeRegion(const std::string& what, const WriteOptions& options, const Change& change)
 {
     RegionWrite write{std::chrono::seconds(options.waitSeconds)};
-    if (write.Confirmation() && !write.HoldsUnconfirmed()) {
+    const bool isOvertaken = write.Confirmation() && !write.HoldsUnconfirmed();
+    RefuseOnTop(write, options, isOvertaken);
+    const Configuration wanted = change(write.Present()); // a rollback goes by what awaits confirmation
+    if (isOvertaken) {
         Tell(fmt::format("{} awaits confirmation no more: another process has written to the region since",
                          DoerText(*write.Confirmation())));
+    }
+    if (isOvertaken && !options.endsConfirmation) {
         write.ForgetConfirmation();
     }
-    RefuseOnTop(write, options);
-    Write(write, what, options, change(write.Present()));
+    Write(write, what, options, wanted);
     if (options.endsConfirmation && write.Confirmation()) {
         write.ForgetConfirmation();
     }
     if (write.Signals().Wait(std::chrono::milliseconds(0)) != 0) {
         throw Failure(kInterrupted, fmt::format("interrupted, but the change by {} was complete and stays", what));
+    }
+}
+
+void RefuseToEmpty(const std::string& what, bool isForced, const Configuration& wanted, const Configuration& present)
+{
+    if (!isForced && HasNoObjects(wanted) && !HasNoObjects(present)) {
+        throw Failure(kBadInput, fmt::format("{} has no ports and no VLANs, and would take away the node's {}: add "
+                                             "--force if that is meant",
+                                             what, Summary(present)));
     }
 }
 

@@ -30,6 +30,9 @@ using Change = std::function<Configuration(const Configuration& present)>;
 // Changes the region, whole or not at all, and reads it back.  `what` is the doer in messages: a file, or a command.
 void ChangeRegion(const std::string& what, const WriteOptions& options, const Change& change);
 
+// An empty file or text is a slip more often than a wish.
+void RefuseToEmpty(const std::string& what, bool isForced, const Configuration& wanted, const Configuration& present);
+
 // Says something to the user that is no output of the command.
 void Tell(const std::string& line);
 
