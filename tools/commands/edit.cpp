@@ -57,8 +57,13 @@ void Edit(const EditedFile& file)
     const char* pEditor = std::getenv("VISUAL");
     pEditor = pEditor == nullptr || *pEditor == '\0' ? std::getenv("EDITOR") : pEditor;
     const std::string command = std::string(pEditor == nullptr || *pEditor == '\0' ? "vi" : pEditor) + " \"$1\"";
+    // Ctrl-C and Ctrl-\ in the terminal are the editor's.
+    const auto onInterrupt = std::signal(SIGINT, SIG_IGN);
+    const auto onQuit = std::signal(SIGQUIT, SIG_IGN);
     const pid_t child = fork();
     if (child == 0) {
+        std::signal(SIGINT, onInterrupt);
+        std::signal(SIGQUIT, onQuit);
         std::signal(SIGPIPE, SIG_DFL);
         execl("/bin/sh", "sh", "-c", command.c_str(), "sh", file.Name().c_str(), nullptr);
         _exit(127);
@@ -66,6 +71,8 @@ void Edit(const EditedFile& file)
     int status = 0;
     while (child > 0 && waitpid(child, &status, 0) < 0 && errno == EINTR) {
     }
+    std::signal(SIGINT, onInterrupt);
+    std::signal(SIGQUIT, onQuit);
     if (child < 0 || status != 0) {
         throw Failure(kBadInput, fmt::format("the editor '{}' failed", command.substr(0, command.size() - 5)));
     }
@@ -89,12 +96,13 @@ std::optional<Configuration> ReadEdited(const EditedFile& file, const ChangeOpti
     return result.nrOfErrors > 0 ? std::nullopt : std::optional(std::move(result.configuration));
 }
 
-bool WantsToEditAgain()
+bool WantsToEditAgain(const EditedFile& file)
 {
     if (isatty(STDIN_FILENO) == 0) {
         return false;
     }
-    std::fputs("Edit again? [Y/n] ", stderr);
+    // Named before the question, as Ctrl-C is an answer too.
+    std::fprintf(stderr, "The text is in %s. Edit again? [Y/n] ", file.Name().c_str());
     const int answer = std::getchar();
     for (int rest = answer; rest != '\n' && rest != EOF;) {
         rest = std::getchar();
@@ -104,6 +112,9 @@ bool WantsToEditAgain()
 
 int RunEdit(const ChangeOptions& options, bool asJson)
 {
+    if (!options.dryRun) {
+        RefuseCopy();
+    }
     AttachForReading();
     std::string text;
     Configuration base;
@@ -120,7 +131,10 @@ int RunEdit(const ChangeOptions& options, bool asJson)
             if (const auto edited = ReadEdited(file, options)) {
                 const auto changes = ChangesOf(Diff(base, *edited));
                 const auto apply = [&](const Configuration& present) {
-                    return Apply(present, changes, options.force ? Conflicts::kOverride : Conflicts::kRefuse);
+                    Configuration changed = Apply(
+                        present, changes, options.force ? Conflicts::kOverride : Conflicts::kRefuse, kForceAdvice);
+                    RefuseToEmpty("the edited text", options.force, changed, present);
+                    return changed;
                 };
                 ChangeAndTell("the edited text", options, apply, asJson);
                 file.Remove();
@@ -133,7 +147,7 @@ int RunEdit(const ChangeOptions& options, bool asJson)
             }
             std::fprintf(stderr, "piovios: %s\n", failure.what());
         }
-        if (!WantsToEditAgain()) {
+        if (!WantsToEditAgain(file)) {
             throw Failure(kBadInput, fmt::format("nothing was changed; the text is in {}", file.Name()));
         }
     }
@@ -144,7 +158,8 @@ int RunEdit(const ChangeOptions& options, bool asJson)
 Action SetUpEdit(CLI::App& command)
 {
     auto options = std::make_shared<ChangeOptions>();
-    AddChangeOptions(command, *options, "Also where the region has changed meanwhile");
+    AddChangeOptions(command, *options,
+                     "Also where the region has changed meanwhile, and where no ports and VLANs are left");
     return [options](const Globals& globals) { return RunEdit(*options, globals.json); };
 }
 
