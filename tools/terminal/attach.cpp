@@ -6,6 +6,7 @@
 
 #include <fcntl.h>
 #include <fmt/format.h>
+#include <poll.h>
 #include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -15,6 +16,24 @@ namespace tool {
 namespace {
 
 constexpr char kObject[] = "/swct-data";
+
+// A pipe into which nobody writes, or a terminal, would be waited for without end.
+void FailForEver(const std::string& file)
+{
+    struct stat status = {};
+    if (stat(file.c_str(), &status) != 0 || !(S_ISFIFO(status.st_mode) || S_ISCHR(status.st_mode))) {
+        return;
+    }
+    // Open until the process ends: to close it would break the pipe for its writer.
+    const int fd = open(file.c_str(), O_RDONLY | O_NONBLOCK | O_CLOEXEC | O_NOCTTY);
+    pollfd toRead = {fd, POLLIN, 0};
+    char byte = 0;
+    if (S_ISCHR(status.st_mode) ||
+        (fd >= 0 && (poll(&toRead, 1, 0) <= 0 || (toRead.revents & POLLIN) == 0) && read(fd, &byte, 1) == 0)) {
+        throw Failure(kBadInput, fmt::format("{} is no copy of a region: it is {}", file,
+                                             S_ISCHR(status.st_mode) ? "a device" : "a pipe into which nobody writes"));
+    }
+}
 
 std::string sCopy; // its file; empty: the region itself
 
@@ -132,6 +151,7 @@ void RemoveRegion()
 
 void UseCopy(const std::string& file)
 {
+    FailForEver(file);
     sCopy = file;
     Standin__UseShmCopy(sCopy.c_str());
 }
