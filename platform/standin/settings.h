@@ -29,7 +29,7 @@ struct Lag {
 
 struct Settings {
     char aShmPrefix[STANDIN__SHM_PATH_SIZE] = {};
-    bool boShmPrefixIsSet = false; // else the environment says it
+    bool boShmPrefixIsSet = false;  // else the environment says it
     const char* pShmCopy = nullptr; // a file in place of the object
     uint32_t dwShmFailure = STANDIN__SHM_NO_FAILURE;
     bool boUsesMemory = false; // of the process, else objects
