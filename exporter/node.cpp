@@ -143,7 +143,7 @@ void Node::LookAtFindings()
     if (m_moving != nullptr || now - m_auditedAt < (m_isAudited ? kAuditEvery : kAuditRest)) {
         return;
     }
-    Findings seen = tool::Look();
+    Findings seen = tool::LookOnce();
     Findings lasting = Lasting(seen, m_seen);
     m_isAudited = lasting == seen;
     m_auditedAt = now;

@@ -14,7 +14,7 @@ namespace tool {
 namespace {
 
 constexpr char kZero[] = "zero";
-constexpr char kNotWritten[] = "no operation stores anything else there";
+constexpr char kNeverStored[] = "no operation stores anything else there";
 
 template <class Bytes>
 bool IsZero(const Bytes& bytes)
@@ -34,7 +34,7 @@ void AuditSwitch(const Picture& picture, Findings& findings)
         subject.Drift("wNbrOfVlans", sSwitch.wNbrOfVlans, 0, "the count is filled in copies only");
     }
     if (!IsZero(sSwitch.abReserved1) || !IsZero(sSwitch.abReserved2)) {
-        subject.Tell(Kind::kDrift, "reserved", "", kZero, kNotWritten);
+        subject.Tell(Kind::kDrift, "reserved", "", kZero, kNeverStored);
     }
     const auto* const pEnd = static_cast<const char*>(std::memchr(sSwitch.acBridgeName, 0, SWCT_VLAN_NAME_SIZE));
     const char* const pFieldEnd = sSwitch.acBridgeName + SWCT_VLAN_NAME_SIZE;

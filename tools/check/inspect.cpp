@@ -8,7 +8,7 @@
 
 namespace tool {
 
-Findings Look()
+Findings LookOnce()
 {
     const auto picture = TakePicture();
     Findings findings = TornBy(*picture);
@@ -20,10 +20,10 @@ Findings Look()
 Findings Inspect()
 {
     constexpr std::chrono::milliseconds kBetweenLooks(100); // a push of all classes takes less
-    Findings findings = Look();
+    Findings findings = LookOnce();
     if (!findings.empty()) {
         std::this_thread::sleep_for(kBetweenLooks);
-        findings = Lasting(std::move(findings), Look());
+        findings = Lasting(std::move(findings), LookOnce());
     }
     return findings;
 }

@@ -10,7 +10,7 @@ namespace tool {
 Findings Inspect();
 
 // One such look, and what of a first look a second one has, too; for those who have something else to do meanwhile.
-Findings Look();
+Findings LookOnce();
 Findings Lasting(Findings first, const Findings& second);
 
 inline constexpr Kind kAllKinds[] = {Kind::kDrift, Kind::kMeaning, Kind::kDangling, Kind::kTorn};

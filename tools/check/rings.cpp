@@ -4,9 +4,9 @@ namespace tool {
 
 namespace {
 
-using ReadRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatisticsHistorical*);
+using ReadHistoryRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatisticsHistorical*);
 
-std::vector<RingCopy> CopyRings(ReadRecord read, uint8_t length)
+std::vector<RingCopy> CopyRings(ReadHistoryRecord read, uint8_t length)
 {
     std::vector<RingCopy> rings;
     for (const Port port : AllPorts()) {

@@ -15,9 +15,10 @@ namespace tool {
 namespace {
 
 // Steps through the records of a class in one configuration, by key.
-class Walk {
+class RowWalk {
 public:
-    Walk(const ObjectClass& row, const Configuration& configuration) : m_row(row), m_records(row.records(configuration))
+    RowWalk(const ObjectClass& row, const Configuration& configuration)
+        : m_row(row), m_records(row.records(configuration))
     {
     }
 
@@ -52,9 +53,9 @@ struct Sides {
 
 void Compare(const ObjectClass& row, const Sides& sides, const std::string& doer, Findings& findings)
 {
-    Walk before(row, sides.before);
-    Walk now(row, sides.now);
-    Walk after(row, sides.after);
+    RowWalk before(row, sides.before);
+    RowWalk now(row, sides.now);
+    RowWalk after(row, sides.after);
     std::size_t nrAsBefore = 0;
     std::size_t nrAsAfter = 0;
     Findings neither;

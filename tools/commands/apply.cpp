@@ -18,7 +18,7 @@ namespace tool {
 
 namespace {
 
-struct Options : ChangeOptions {
+struct ApplyOptions : ChangeOptions {
     std::string file;
 };
 
@@ -27,7 +27,7 @@ using Group = std::vector<ObjectChange>; // that are applied together
 // Collects the changes that belong together from the values of a text.
 class Groups {
 public:
-    explicit Groups(const Options& options)
+    explicit Groups(const ApplyOptions& options)
         : m_file(options.file), m_strictness(options.lenient ? Strictness::kLenient : Strictness::kStrict)
     {
     }
@@ -87,12 +87,12 @@ private:
     bool m_isEmpty = true;
 };
 
-Conflicts ConflictsOf(const Options& options)
+Conflicts ConflictsOf(const ApplyOptions& options)
 {
     return options.force ? Conflicts::kOverride : Conflicts::kRefuse;
 }
 
-int ApplyFile(const Options& options, bool asJson)
+int ApplyFile(const ApplyOptions& options, bool asJson)
 {
     const std::string text = ReadTextFile(options.file);
     ValueCutter cutter;
@@ -120,14 +120,14 @@ int ApplyFile(const Options& options, bool asJson)
 }
 
 // A region of another process that took the name of the one that is mapped would never see the changes.
-void FailForAnother(const std::optional<RegionIdentity>& region)
+void FailIfAnother(const std::optional<RegionIdentity>& region)
 {
     if (region != FindRegion()) {
         throw Failure(kNoRegion, fmt::format("the region {} was removed or created anew: start again", RegionName()));
     }
 }
 
-int ApplyStream(const Options& options, bool asJson)
+int ApplyStream(const ApplyOptions& options, bool asJson)
 {
     AttachForReading(); // a missing region is told before the first change comes
     const auto region = FindRegion();
@@ -154,7 +154,7 @@ int ApplyStream(const Options& options, bool asJson)
         cutter.Add({buffer.data(), static_cast<std::size_t>(got)});
         while (const auto value = cutter.Next(got == 0)) {
             if (groups.Add(*value)) {
-                FailForAnother(region);
+                FailIfAnother(region);
                 try {
                     ChangeAndTell(FileName(options.file), options, apply, asJson, true);
                 } catch (const OutputClosed&) { // nobody reads what was changed; the changes come nevertheless
@@ -174,7 +174,7 @@ int ApplyStream(const Options& options, bool asJson)
 
 Action SetUpApply(CLI::App& command)
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ApplyOptions>();
     command.add_option("FILE", options->file, "Change set; - reads the standard input, and applies as it comes")
         ->required();
     AddChangeOptions(command, *options, "Apply changes of objects that are not as the change set says they were");

@@ -15,7 +15,7 @@ namespace tool {
 
 namespace {
 
-struct Options : ChangeOptions {
+struct ObjectOptions : ChangeOptions {
     std::vector<std::string> words;
 };
 
@@ -105,7 +105,7 @@ template <DifferenceKind kKind>
 Action SetUp(CLI::App& command)
 {
     const std::string name = command.get_name();
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ObjectOptions>();
     command
         .add_option("WORDS", options->words,
                     kKind == DifferenceKind::kRemoved ? "Object, as diff names it"

@@ -116,7 +116,7 @@ Candidates Peps(const Asked& asked)
     return ValuesIn(Class::kPep, "index", asked);
 }
 
-Candidates Counters(const Asked& /*asked*/)
+Candidates CounterNames(const Asked& /*asked*/)
 {
     Candidates counters = Numbers(1, SWCT_HISTORY_COUNTERS);
     for (const std::string& name : Names().counters) {
@@ -173,10 +173,14 @@ struct Values {
 
 // The first row that fits.
 constexpr Values kValues[] = {
-    {"--svid", SVids},      {"--counter", Counters}, {"--output", AnyFiles}, {"SLOT/PORT", Ports},
-    {"--region", AnyFiles}, {"NAME", Checkpoints},   {"QUEUE", Queues},      {"VLAN", Vlans},
-    {"LIST", Vlans},        {"C-VID", CVids},        {"PEP", Peps},          {"LEVEL", Levels},
-    {"FILE", JsonFiles},    {"FILE2", JsonFiles},    {"HTML", AnyFiles},     {"WORDS", Objects},
+    {"--svid", SVids},      {"--counter", CounterNames},
+    {"--output", AnyFiles}, {"SLOT/PORT", Ports},
+    {"--region", AnyFiles}, {"NAME", Checkpoints},
+    {"QUEUE", Queues},      {"VLAN", Vlans},
+    {"LIST", Vlans},        {"C-VID", CVids},
+    {"PEP", Peps},          {"LEVEL", Levels},
+    {"FILE", JsonFiles},    {"FILE2", JsonFiles},
+    {"HTML", AnyFiles},     {"WORDS", Objects},
 };
 
 std::string NameOf(const CLI::Option& option)
@@ -268,7 +272,7 @@ Place Follow(const CLI::App& root, const std::vector<std::string>& words, Asked&
     return place;
 }
 
-Candidates Options(const Place& place)
+Candidates OptionsAt(const Place& place)
 {
     Candidates options;
     for (const CLI::App* app = place.command; app != nullptr; app = app->get_parent()) {
@@ -332,14 +336,14 @@ Candidates Next(const CLI::App& root, std::vector<std::string> words)
         return values;
     }
     if (asked.current.starts_with('-')) {
-        return Options(place);
+        return OptionsAt(place);
     }
     Candidates next = place.arguments == 0 ? Commands(*place.command) : Candidates();
     if (const CLI::Option* argument = NextArgument(place)) {
         const Candidates values = ValuesOf(*argument, asked);
         next.insert(next.end(), values.begin(), values.end());
     }
-    return next.empty() ? Options(place) : next;
+    return next.empty() ? OptionsAt(place) : next;
 }
 
 } // namespace

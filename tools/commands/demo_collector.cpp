@@ -14,7 +14,7 @@ namespace tool {
 
 namespace {
 
-using Record = SwctQueueStatisticsHistorical;
+using HistoryRecord = SwctQueueStatisticsHistorical;
 
 constexpr uint32_t kStartTime = 1767286800; // 2026-01-01 17:00:00 UTC
 constexpr uint32_t kPeriodSeconds = 900;
@@ -29,13 +29,13 @@ struct QueueState {
     Queue queue;
     uint8_t index15m = 0;
     uint8_t index24h = 0;
-    Record record15m{};
-    Record record24h{};
+    HistoryRecord record15m{};
+    HistoryRecord record24h{};
 };
 
 enum Counter : unsigned { kFrames, kOctets, kDroppedFrames, kDroppedOctets };
 
-void Add(Record& record, Counter counter, uint64_t count)
+void Add(HistoryRecord& record, Counter counter, uint64_t count)
 {
     SwctCounter& words = record.aqwCounter[counter];
     const uint64_t sum = Swct_AddQueueStatisticsHistoricalElement(
@@ -53,7 +53,7 @@ void Carry(QueueState& state, std::mt19937& random)
     const double framesPerSecond = 400.0 * state.queue.queue * (1 + state.queue.port.port) * busy * (0.8 + 0.4 * noise);
     const auto frames = static_cast<uint64_t>(framesPerSecond * kPeriodSeconds / kUpdatesOfPeriod);
     const uint64_t drops = busy > 0.95 ? frames / 2000 : 0;
-    for (Record* record : {&state.record15m, &state.record24h}) {
+    for (HistoryRecord* record : {&state.record15m, &state.record24h}) {
         Add(*record, kFrames, frames);
         Add(*record, kOctets, frames * 740);
         Add(*record, kDroppedFrames, drops);

@@ -295,14 +295,14 @@ void PrintAsJson(const Question& question, const FrameWay& way, const Story& sto
                {"steps", std::move(steps)}});
 }
 
-struct Options {
+struct ExplainOptions {
     std::string port;
     std::optional<uint16_t> cvid;
     std::optional<uint16_t> vlan;
     bool untagged = false;
 };
 
-int Explain(const Globals& globals, const Options& options)
+int Explain(const Globals& globals, const ExplainOptions& options)
 {
     if (!options.cvid && !options.vlan && !options.untagged) {
         throw Failure(kBadInput, "the frame's tag is missing: give --cvid N, --vlan N or --untagged");
@@ -331,7 +331,7 @@ int Explain(const Globals& globals, const Options& options)
 
 Action SetUpExplain(CLI::App& command)
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<ExplainOptions>();
     command.add_option("--port", options->port, "Where the frame arrives, such as 1/3")
         ->required()
         ->type_name("SLOT/PORT");

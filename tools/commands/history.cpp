@@ -19,7 +19,7 @@ namespace {
 
 using Counters = std::vector<std::size_t>; // indexes
 
-struct Options {
+struct HistoryOptions {
     std::string where;
     bool day = false;
     bool csv = false;
@@ -263,7 +263,7 @@ std::vector<Queue> QueuesOf(const std::string& where)
 
 namespace {
 
-int History(const Globals& globals, const Options& options)
+int History(const Globals& globals, const HistoryOptions& options)
 {
     const auto queues = QueuesOf(options.where);
     const auto counter = ParseCounter(options.counter);
@@ -295,7 +295,7 @@ int History(const Globals& globals, const Options& options)
 
 Action SetUpHistory(CLI::App& command)
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<HistoryOptions>();
     command.add_option("QUEUE", options->where, "SLOT/PORT/QUEUE, or SLOT/PORT for the queues of a port side by side")
         ->required();
     command.add_flag("--24h", options->day, "The 24-hour ring instead of the 15-minute ring");

@@ -14,7 +14,7 @@ namespace tool {
 
 namespace {
 
-struct Options {
+struct LoadOptions {
     std::string file;
     bool dryRun = false;
     bool lenient = false;
@@ -22,7 +22,7 @@ struct Options {
     WriteOptions write{.isWhole = true};
 };
 
-std::string Count(std::size_t number, const char* pWord)
+std::string Counted(std::size_t number, const char* pWord)
 {
     return fmt::format("{} {}{}", number, pWord, number == 1 ? "" : "s");
 }
@@ -33,11 +33,11 @@ Failure FailureOf(const std::string& file, const ParseResult& result)
     if (result.faults.size() == 1) {
         return {kBadInput, FaultText(file, result.faults.front())};
     }
-    return {kBadInput, fmt::format("{}: {}{}; nothing was changed", FileName(file), Count(result.nrOfErrors, "fault"),
-                                   result.nrOfWarnings == 0 ? "" : " and " + Count(result.nrOfWarnings, "warning"))};
+    return {kBadInput, fmt::format("{}: {}{}; nothing was changed", FileName(file), Counted(result.nrOfErrors, "fault"),
+                                   result.nrOfWarnings == 0 ? "" : " and " + Counted(result.nrOfWarnings, "warning"))};
 }
 
-void PrintResult(const Options& options, const ParseResult& result, bool asJson)
+void PrintResult(const LoadOptions& options, const ParseResult& result, bool asJson)
 {
     const bool isLoaded = !options.dryRun && result.nrOfErrors == 0;
     if (!asJson) {
@@ -60,7 +60,7 @@ void PrintResult(const Options& options, const ParseResult& result, bool asJson)
     PrintJson(document);
 }
 
-int Load(const Options& options, bool asJson)
+int Load(const LoadOptions& options, bool asJson)
 {
     if (!options.dryRun) {
         RefuseCopy();
@@ -97,7 +97,7 @@ int Load(const Options& options, bool asJson)
 
 Action SetUpLoad(CLI::App& command)
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<LoadOptions>();
     command.add_option("FILE", options->file, "JSON configuration; - reads the standard input")->required();
     command.add_flag("--dry-run", options->dryRun, "Check the file only");
     command.add_flag("--lenient", options->lenient, "Rules about what makes sense give warnings instead of errors");

@@ -31,7 +31,7 @@ std::string OptionHead(const CLI::Option& option)
     return head + (isPlain ? "" : fmt::format(" \\fI{}\\fR", Roff(type)));
 }
 
-std::string Options(const CLI::App& app)
+std::string OptionsOf(const CLI::App& app)
 {
     std::string text;
     for (const CLI::Option* option : app.get_options()) {
@@ -69,7 +69,7 @@ void AddCommands(std::string& text, const std::string& name, const CLI::App& app
 {
     const auto below = app.get_subcommands([](const CLI::App* candidate) { return !candidate->get_group().empty(); });
     if (app.get_parent() != nullptr) {
-        text += fmt::format(".SS {}\n{}.\n{}", Synopsis(name, app), RoffLine(app.get_description()), Options(app));
+        text += fmt::format(".SS {}\n{}.\n{}", Synopsis(name, app), RoffLine(app.get_description()), OptionsOf(app));
         std::istringstream footer(app.get_footer());
         std::string examples;
         for (std::string line; std::getline(footer, line);) {
@@ -102,7 +102,7 @@ Action SetUpManual(CLI::App& command)
         if (*what == "commands") {
             AddCommands(text, "", root);
         } else {
-            text = *what == "options" ? Options(root) : ConfigurationManual();
+            text = *what == "options" ? OptionsOf(root) : ConfigurationManual();
         }
         Print(text);
         return 0;

@@ -32,7 +32,7 @@ struct Metric {
     std::vector<Sample> samples;
 };
 
-struct Options {
+struct MetricsOptions {
     std::string output;
     std::string port;
     bool nonzero = false;
@@ -143,7 +143,7 @@ std::vector<Metric> Base(bool isUp)
              {{{{"version", PIOVIOS_VERSION}}, 1}}}};
 }
 
-std::vector<Metric> Collect(const Findings& findings, const Options& options, const std::optional<Port>& port)
+std::vector<Metric> Collect(const Findings& findings, const MetricsOptions& options, const std::optional<Port>& port)
 {
     SwctSwitchStatistics statistics{};
     Swct_Switch_GetSwitchStatistics(&statistics);
@@ -255,7 +255,7 @@ std::string MetricsTextOfNone()
 
 namespace {
 
-void Write(const Globals& globals, const Options& options, const std::vector<Metric>& metrics)
+void Write(const Globals& globals, const MetricsOptions& options, const std::vector<Metric>& metrics)
 {
     if (!options.output.empty()) {
         WriteTextFile(options.output, ToText(metrics));
@@ -266,7 +266,7 @@ void Write(const Globals& globals, const Options& options, const std::vector<Met
     }
 }
 
-int Metrics(const Globals& globals, const Options& options)
+int Metrics(const Globals& globals, const MetricsOptions& options)
 {
     if (globals.json && !options.output.empty()) {
         throw Failure(kBadInput, "a file of --output is in the Prometheus text format: leave out --json");
@@ -291,7 +291,7 @@ int Metrics(const Globals& globals, const Options& options)
 
 Action SetUpMetrics(CLI::App& command)
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<MetricsOptions>();
     command.add_option("--output", options->output, "Replace this file instead of writing to the standard output")
         ->type_name("FILE");
     command.add_option("--port", options->port, "Of the queues only those of this port")->type_name("SLOT/PORT");

@@ -14,7 +14,7 @@ namespace tool {
 
 namespace {
 
-void Report(const Globals& globals, const char* key, const char* verb)
+void TellRegion(const Globals& globals, const char* key, const char* verb)
 {
     if (globals.json) {
         PrintJson({{key, RegionName()}});
@@ -23,13 +23,13 @@ void Report(const Globals& globals, const char* key, const char* verb)
     }
 }
 
-struct Options {
+struct RegionOptions {
     bool force = false;
     WriteOptions write;
 };
 
 // A way back from it stays, unless it is not wanted.
-void Wipe(const Options& options, void (*wipe)())
+void Wipe(const RegionOptions& options, void (*wipe)())
 {
     if (FindRegion() && !options.write.withoutCheckpoint) {
         NoteLoss();
@@ -38,7 +38,7 @@ void Wipe(const Options& options, void (*wipe)())
     RemoveRecord(RecordKind::kWrite);
 }
 
-int Init(const Globals& globals, const Options& options)
+int Init(const Globals& globals, const RegionOptions& options)
 {
     const SignalShield signals;
     const WriterLock lock(signals, std::chrono::seconds(options.write.waitSeconds), WriterLock::For::kCreation);
@@ -56,11 +56,11 @@ int Init(const Globals& globals, const Options& options)
                                   DoerText(*confirmation)));
     }
     Wipe(options, CreateRegion);
-    Report(globals, "created", "created");
+    TellRegion(globals, "created", "created");
     return kOk;
 }
 
-int Remove(const Globals& globals, const Options& options)
+int Remove(const Globals& globals, const RegionOptions& options)
 {
     const SignalShield signals;
     const WriterLock lock(signals, std::chrono::seconds(options.write.waitSeconds));
@@ -74,14 +74,14 @@ int Remove(const Globals& globals, const Options& options)
         }
     }
     Wipe(options, RemoveRegion);
-    Report(globals, "removed", "removed");
+    TellRegion(globals, "removed", "removed");
     return kOk;
 }
 
 // Both commands have the same options.
-Action SetUpForced(CLI::App& command, const char* help, int (*run)(const Globals&, const Options&))
+Action SetUpForced(CLI::App& command, const char* help, int (*run)(const Globals&, const RegionOptions&))
 {
-    auto options = std::make_shared<Options>();
+    auto options = std::make_shared<RegionOptions>();
     command.add_flag("--force", options->force, help);
     AddLockOptions(command, options->write);
     return [options, run](const Globals& globals) { return run(globals, *options); };

@@ -14,7 +14,7 @@ namespace tool {
 
 namespace {
 
-int Report(const std::string& file)
+int WriteReport(const std::string& file)
 {
     AttachForReading();
     const Findings findings = Inspect();
@@ -36,7 +36,7 @@ Action SetUpReport(CLI::App& command)
 {
     auto file = std::make_shared<std::string>();
     command.add_option("HTML", *file, "Where to write; without it, or -, the standard output");
-    return [file](const Globals&) { return Report(*file); };
+    return [file](const Globals&) { return WriteReport(*file); };
 }
 
 } // namespace tool

@@ -123,10 +123,10 @@ void PrintStart(const Reading& reading, bool asJson)
                fmt::format("watching {}: {}; Ctrl-C ends", RegionName(), Summary(reading.configuration)));
 }
 
-using ReadRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatisticsHistorical*);
+using ReadHistoryRecord = void (*)(uint8_t, uint8_t, uint8_t, uint8_t, SwctQueueStatisticsHistorical*);
 
 // The queues of a port whose current period has moved on.
-void PrintClosings(Port port, const char* ring, const Indexes& before, const Indexes& after, ReadRecord read,
+void PrintClosings(Port port, const char* ring, const Indexes& before, const Indexes& after, ReadHistoryRecord read,
                    bool asJson)
 {
     std::vector<unsigned> closed;

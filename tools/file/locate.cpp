@@ -15,14 +15,14 @@ namespace {
 constexpr std::size_t kPathTextMax = 60; // a longer key is none
 
 // The next step of a path: ".member", "[3]" or ["a member"].
-struct Step {
+struct PathStep {
     std::string_view member;
     std::optional<std::size_t> index;
 };
 
-std::optional<Step> NextStep(std::string_view& path)
+std::optional<PathStep> NextStep(std::string_view& path)
 {
-    Step step;
+    PathStep step;
     if (path.starts_with('.')) {
         const std::size_t end = std::min(path.find_first_of(".[", 1), path.size());
         step.member = path.substr(1, end - 1);
@@ -56,7 +56,7 @@ public:
     }
 
     // Goes to the value of a step; false, at the value itself, when it has none.
-    bool Enter(const Step& step)
+    bool Enter(const PathStep& step)
     {
         const char open = Peek();
         if (open != (step.index ? '[' : '{')) {

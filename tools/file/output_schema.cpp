@@ -9,11 +9,11 @@ namespace tool {
 namespace {
 
 const Json kText = {{"type", "string"}};
-const Json kNumber = {{"type", "integer"}, {"minimum", 0}};
-const Json kYesNo = {{"type", "boolean"}};
+const Json kCount = {{"type", "integer"}, {"minimum", 0}};
+const Json kBoolean = {{"type", "boolean"}};
 const Json kNull = {{"type", "null"}};
 const Json kPortName = {{"$ref", "#/$defs/portName"}};
-const Json kVids = {{"$ref", "#/$defs/vids"}};
+const Json kVidList = {{"$ref", "#/$defs/vids"}};
 
 Json OrNull(const Json& schema)
 {
@@ -66,7 +66,7 @@ Json AnyRequired(Json schema)
 
 Json ShowDocuments()
 {
-    const Json inForce = {{"inForce", kYesNo}};
+    const Json inForce = {{"inForce", kBoolean}};
     const auto list = [&](const char* title, const char* name, const Json& items, bool isOfMode) {
         Json required = {{name, ListOf(items)}};
         if (isOfMode) {
@@ -75,31 +75,31 @@ Json ShowDocuments()
         return Document(title, required);
     };
     const Json port = {{"port", kPortName}};
-    const Json pepUse = Exactly({{"port", kPortName}, {"index", kNumber}});
-    const Json translationUse = Exactly({{"port", kPortName}, {"localVid", kNumber}});
+    const Json pepUse = Exactly({{"port", kPortName}, {"index", kCount}});
+    const Json translationUse = Exactly({{"port", kPortName}, {"localVid", kCount}});
     const Json vlans = {
-        {"untaggedVlans", OrNull(kVids)}, {"taggedVlans", OrNull(kVids)}, {"otherVlans", OrNull(kVids)}};
+        {"untaggedVlans", OrNull(kVidList)}, {"taggedVlans", OrNull(kVidList)}, {"otherVlans", OrNull(kVidList)}};
     Json management = {{"management", ObjectSchema(Class::kManagement)},
-                       {"hrlb", kNumber},
-                       {"vlans", kNumber},
-                       {"bridgePorts", kNumber},
-                       {"upSince", kNumber},
-                       {"learnedEntryDiscards", kNumber},
-                       {"deletedVlans", kNumber}};
-    Json vlanSheet = {{"users", kNumber},
+                       {"hrlb", kCount},
+                       {"vlans", kCount},
+                       {"bridgePorts", kCount},
+                       {"upSince", kCount},
+                       {"learnedEntryDiscards", kCount},
+                       {"deletedVlans", kCount}};
+    Json vlanSheet = {{"users", kCount},
                       {"peps", ListOf(pepUse)},
                       {"qinqPorts", ListOf(Exactly(port))},
                       {"translations", ListOf(translationUse)}};
-    Json tag = ObjectSchema(Class::kInnerTag, {{"id", kNumber}, {"name", kText}, {"nameBytes", kText}});
+    Json tag = ObjectSchema(Class::kInnerTag, {{"id", kCount}, {"name", kText}, {"nameBytes", kText}});
     Json registration =
-        OfPort(Class::kRegistration, {{"pep", OrNull(kNumber)}, {"cVid", kNumber}, {"isDefault", kYesNo}});
+        OfPort(Class::kRegistration, {{"pep", OrNull(kCount)}, {"cVid", kCount}, {"isDefault", kBoolean}});
     return Json::array({Document("show switch", {{"switch", ObjectSchema(Class::kSwitch, management)}}),
-                        list("show vlans", "vlans", ObjectSchema(Class::kVlan, {{"users", kNumber}}), false),
+                        list("show vlans", "vlans", ObjectSchema(Class::kVlan, {{"users", kCount}}), false),
                         Document("show vlan", {{"vlan", ObjectSchema(Class::kVlan, vlanSheet)}}),
                         list("show ports", "ports", ObjectSchema(Class::kPort, vlans), false),
                         Document("show port", {{"port", ObjectSchema(Class::kPort, vlans)}}),
                         list("show peps", "providerEdgePorts",
-                             OfPort(Class::kPep, {{"cVids", kNumber}, {"firstCVid", OrNull(kNumber)}}), true),
+                             OfPort(Class::kPep, {{"cVids", kCount}, {"firstCVid", OrNull(kCount)}}), true),
                         list("show cvids", "cVidRegistrations", AnyRequired(registration), true),
                         list("show translations", "vidTranslations", OfPort(Class::kTranslation, Json::object()), true),
                         list("show priorities", "priorities", OfPort(Class::kPep, Json::object()), true),
@@ -110,14 +110,14 @@ Json ShowDocuments()
 Json Fault()
 {
     return Exactly({{"severity", {{"enum", {"error", "warning"}}}},
-                    {"line", OrNull(kNumber)},
+                    {"line", OrNull(kCount)},
                     {"object", OrNull(kText)},
                     {"path", kText},
                     {"value", Json::object()},
                     {"message", kText}});
 }
 
-Json Difference()
+Json DifferenceShape()
 {
     const Json change = Exactly({{"before", Json::object()}, {"after", Json::object()}});
     return {{"object", kText},
@@ -135,43 +135,43 @@ Json WatchDocuments()
     return Json::array({event("start", {{"configuration", {{"type", "object"}}}}),
                         event("change",
                               [] {
-                                  Json change = Difference();
-                                  change["more"] = kNumber;
+                                  Json change = DifferenceShape();
+                                  change["more"] = kCount;
                                   return change;
                               }()),
                         event("period", {{"port", kPortName},
                                          {"ring", {{"enum", {"15m", "24h"}}}},
-                                         {"queues", ListOf(kNumber)},
-                                         {"suspect", kYesNo}}),
-                        event("restart", {{"upSince", kNumber}})});
+                                         {"queues", ListOf(kCount)},
+                                         {"suspect", kBoolean}}),
+                        event("restart", {{"upSince", kCount}})});
 }
 
 // Every step has its name and its own facts.
 Json ExplainSteps(const Json& exits)
 {
-    const Json vid = OrNull(kNumber);
-    const Json tag = {{"vid", vid}, {"isCVid", kYesNo}};
+    const Json vid = OrNull(kCount);
+    const Json tag = {{"vid", vid}, {"isCVid", kBoolean}};
     const Json facts = {
-        {"port", {{"port", kPortName}, {"exists", kYesNo}, {"type", kText}, {"switchMode", kText}}},
-        {"admission", {{"frameAdmission", kNumber}, {"isKnown", kYesNo}, {"admitted", kYesNo}}},
+        {"port", {{"port", kPortName}, {"exists", kBoolean}, {"type", kText}, {"switchMode", kText}}},
+        {"admission", {{"frameAdmission", kCount}, {"isKnown", kBoolean}, {"admitted", kBoolean}}},
         {"tag", tag},
         {"pvid", tag},
         {"registration",
-         {{"cVid", kNumber},
+         {{"cVid", kCount},
           {"registration", {{"enum", {"own", "default", nullptr}}}},
           {"sVid", vid},
           {"relayCVid", vid}}},
-        {"pep", {{"pep", vid}, {"sVid", kNumber}, {"untaggedPep", kYesNo}}},
-        {"priority", {{"priorityRegeneration", ListOf(kNumber)}}},
-        {"translation", {{"localVid", kNumber}, {"relayVid", kNumber}}},
-        {"qinq", {{"providerVid", vid}, {"priority", kNumber}}},
-        {"vlan", {{"vlan", kNumber}, {"exists", kYesNo}}},
-        {"ingress", {{"vlan", kNumber}, {"membership", kNumber}, {"ingressFiltering", kNumber}, {"accepted", kYesNo}}},
+        {"pep", {{"pep", vid}, {"sVid", kCount}, {"untaggedPep", kBoolean}}},
+        {"priority", {{"priorityRegeneration", ListOf(kCount)}}},
+        {"translation", {{"localVid", kCount}, {"relayVid", kCount}}},
+        {"qinq", {{"providerVid", vid}, {"priority", kCount}}},
+        {"vlan", {{"vlan", kCount}, {"exists", kBoolean}}},
+        {"ingress", {{"vlan", kCount}, {"membership", kCount}, {"ingressFiltering", kCount}, {"accepted", kBoolean}}},
         {"members",
-         {{"vlan", kNumber},
+         {{"vlan", kCount},
           {"members", exits},
           {"passedOver", ListOf(Exactly({{"port", kPortName}, {"reason", kText}}))}}},
-        {"return", {{"untaggedCep", kYesNo}}}};
+        {"return", {{"untaggedCep", kBoolean}}}};
     Json steps = Json::array();
     for (const auto& [name, members] : facts.items()) {
         Json all = {{"step", {{"const", name}}}};
@@ -185,17 +185,17 @@ Json ExplainDocument()
 {
     Json exit = Exactly({{"port", kPortName},
                          {"tagging", {{"enum", {"tagged", "untagged", "by-cvid", "other"}}}},
-                         {"vid", OrNull(kNumber)},
-                         {"innerVid", OrNull(kNumber)},
-                         {"pep", OrNull(kNumber)},
-                         {"member", kYesNo}});
-    exit["properties"]["cVids"] = kNumber;
+                         {"vid", OrNull(kCount)},
+                         {"innerVid", OrNull(kCount)},
+                         {"pep", OrNull(kCount)},
+                         {"member", kBoolean}});
+    exit["properties"]["cVids"] = kCount;
     return Document("explain",
-                    {{"frame", Exactly({{"port", kPortName}, {"vid", OrNull(kNumber)}, {"innerVid", OrNull(kNumber)}})},
+                    {{"frame", Exactly({{"port", kPortName}, {"vid", OrNull(kCount)}, {"innerVid", OrNull(kCount)}})},
                      {"verdict", {{"enum", {"carried", "dropped"}}}},
                      {"droppedAt", OrNull(kText)},
                      {"reason", OrNull(kText)},
-                     {"vlan", OrNull(kNumber)},
+                     {"vlan", OrNull(kCount)},
                      {"members", ListOf(exit)},
                      {"steps", ExplainSteps(ListOf(exit))}});
 }
@@ -203,17 +203,17 @@ Json ExplainDocument()
 Json HistoryDocument()
 {
     const Json period = Exactly({{"period", {{"type", "integer"}, {"maximum", 0}}},
-                                 {"current", kYesNo},
-                                 {"missing", kYesNo},
-                                 {"suspect", OrNull(kYesNo)},
-                                 {"stamp", OrNull(ListOf(kNumber))},
-                                 {"time", OrNull(kNumber)},
-                                 {"counters", OrNull(ListOf(kNumber))},
+                                 {"current", kBoolean},
+                                 {"missing", kBoolean},
+                                 {"suspect", OrNull(kBoolean)},
+                                 {"stamp", OrNull(ListOf(kCount))},
+                                 {"time", OrNull(kCount)},
+                                 {"counters", OrNull(ListOf(kCount))},
                                  {"ratesPerSecond", OrNull(ListOf({{"type", "number"}}))}});
-    const Json sum = Exactly({{"periods", kNumber}, {"counters", ListOf(kNumber)}, {"wrapped", ListOf(kNumber)}});
+    const Json sum = Exactly({{"periods", kCount}, {"counters", ListOf(kCount)}, {"wrapped", ListOf(kCount)}});
     return Document("history",
                     {{"ring", {{"enum", {"15m", "24h"}}}},
-                     {"secondsOfPeriod", kNumber},
+                     {"secondsOfPeriod", kCount},
                      {"counterNames", ListOf(OrNull(kText))},
                      {"queues", ListOf(Exactly({{"queue", kText}, {"periods", ListOf(period)}, {"sum", sum}}))}});
 }
@@ -221,7 +221,7 @@ Json HistoryDocument()
 Json MetricsDocument()
 {
     const Json labels = {{"type", "object"}, {"additionalProperties", kText}};
-    const Json sample = Exactly({{"labels", labels}, {"value", kNumber}});
+    const Json sample = Exactly({{"labels", labels}, {"value", kCount}});
     return Document("metrics", {{"metrics", ListOf(Exactly({{"name", kText},
                                                             {"type", {{"enum", {"gauge", "counter"}}}},
                                                             {"samples", ListOf(sample)}}))}});
@@ -229,46 +229,45 @@ Json MetricsDocument()
 
 Json OtherDocuments()
 {
-    const Json error = Exactly({{"message", kText}, {"exitCode", kNumber}});
+    const Json error = Exactly({{"message", kText}, {"exitCode", kCount}});
     const Json finding = Exactly({{"kind", {{"enum", {"drift", "meaning", "dangling", "torn"}}}},
                                   {"object", kText},
                                   {"field", OrNull(kText)},
                                   {"stored", Json::object()},
                                   {"right", Json::object()},
                                   {"message", kText}});
-    const Json counts = Exactly({{"drift", kNumber}, {"meaning", kNumber}, {"dangling", kNumber}, {"torn", kNumber}});
-    const Json checkpoint = Exactly({{"name", kText}, {"automatic", kYesNo}, {"time", kText}, {"bytes", kNumber}});
-    const Json field = Exactly({{"name", kText}, {"offset", kNumber}, {"size", kNumber}, {"meaning", kText}});
-    const Json record = Exactly({{"name", kText}, {"size", kNumber}, {"fields", ListOf(field)}});
+    const Json counts = Exactly({{"drift", kCount}, {"meaning", kCount}, {"dangling", kCount}, {"torn", kCount}});
+    const Json checkpoint = Exactly({{"name", kText}, {"automatic", kBoolean}, {"time", kText}, {"bytes", kCount}});
+    const Json field = Exactly({{"name", kText}, {"offset", kCount}, {"size", kCount}, {"meaning", kText}});
+    const Json record = Exactly({{"name", kText}, {"size", kCount}, {"fields", ListOf(field)}});
     return Json::array(
         {Document("any command that fails", {{"error", error}}), Document("init", {{"created", kText}}),
          Document("remove", {{"removed", kText}}),
          Document("load",
                   {{"file", kText},
-                   {"loaded", kYesNo},
-                   {"errors", kNumber},
-                   {"warnings", kNumber},
+                   {"loaded", kBoolean},
+                   {"errors", kCount},
+                   {"warnings", kCount},
                    {"faults", ListOf(Fault())}},
                   {{"error", error}}),
          Document("diff",
-                  {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(Difference()))}}),
+                  {{"before", OrNull(kText)}, {"after", kText}, {"differences", ListOf(Exactly(DifferenceShape()))}}),
          Document("apply, add, set, delete and edit",
-                  {{"applied", kYesNo}, {"differences", ListOf(Exactly(Difference()))}}),
+                  {{"applied", kBoolean}, {"differences", ListOf(Exactly(DifferenceShape()))}}),
          Document("check", {{"counts", counts}, {"findings", ListOf(finding)}}),
-         Document(
-             "status",
-             {{"region",
-               Exactly({{"name", kText}, {"bytes", kNumber}, {"created", kNumber}, {"ageSeconds", OrNull(kNumber)}})},
-              {"users", ListOf(Exactly({{"process", kNumber}, {"name", kText}, {"writes", kYesNo}}))},
-              {"switch", Exactly({{"name", kText}, {"mode", kText}})},
-              {"counts", {{"type", "object"}, {"additionalProperties", kNumber}}},
-              {"findings", counts},
-              {"awaitsConfirmation", OrNull(Exactly({{"command", kText}, {"secondsLeft", kNumber}}))}}),
+         Document("status",
+                  {{"region",
+                    Exactly({{"name", kText}, {"bytes", kCount}, {"created", kCount}, {"ageSeconds", OrNull(kCount)}})},
+                   {"users", ListOf(Exactly({{"process", kCount}, {"name", kText}, {"writes", kBoolean}}))},
+                   {"switch", Exactly({{"name", kText}, {"mode", kText}})},
+                   {"counts", {{"type", "object"}, {"additionalProperties", kCount}}},
+                   {"findings", counts},
+                   {"awaitsConfirmation", OrNull(Exactly({{"command", kText}, {"secondsLeft", kCount}}))}}),
          Document("checkpoint", {{"checkpoint", kText}}),
          Document("checkpoint --list", {{"checkpoints", ListOf(checkpoint)}}),
          Document("checkpoint --delete", {{"deleted", kText}}), Document("rollback", {{"rolledBackTo", kText}}),
          Document("confirm", {{"confirmed", kText}}), ExplainDocument(), HistoryDocument(), MetricsDocument(),
-         Document("layout", {{"object", kText}, {"size", kNumber}, {"records", ListOf(record)}})});
+         Document("layout", {{"object", kText}, {"size", kCount}, {"records", ListOf(record)}})});
 }
 
 } // namespace

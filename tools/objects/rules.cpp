@@ -13,7 +13,7 @@ namespace tool {
 
 namespace {
 
-constexpr std::string_view kNoVlan = "there is no VLAN of that id";
+constexpr std::string_view kNoSuchVlan = "there is no VLAN of that id";
 
 struct PortFacts {
     bool exists = false;
@@ -118,7 +118,7 @@ private:
                 const bool isNamed = vid != 0 && vid <= SWCT_PB_VID_MAX &&
                                      (field.presence == Presence::kRequired || !IsDefault(field, pRecord));
                 if (isNamed && !m_vlans[vid] && !std::exchange(isTold[vid], true)) {
-                    Tell(row.id, pRecord, field.name, vid, kNoVlan);
+                    Tell(row.id, pRecord, field.name, vid, kNoSuchVlan);
                 }
             }
         }

@@ -10,7 +10,7 @@ namespace {
 
 constexpr std::size_t kGap = 2;
 constexpr std::size_t kWidthMin = 8; // of a column that is shortened
-constexpr std::string_view kNothing = "-";
+constexpr std::string_view kEmptyCell = "-";
 constexpr std::string_view kMore = "...";
 
 // The first characters of a text, marked as cut; a list is cut between two elements.
@@ -51,7 +51,7 @@ void Grid::Add(std::string_view title, std::string cell, Fit fit)
     if (m_next == m_columns.size()) {
         m_columns.push_back({std::string(title), fit});
     }
-    m_columns[m_next++].cells.push_back(cell.empty() ? std::string(kNothing) : std::move(cell));
+    m_columns[m_next++].cells.push_back(cell.empty() ? std::string(kEmptyCell) : std::move(cell));
 }
 
 void Grid::EndRow()
@@ -65,7 +65,7 @@ void Grid::HideIfEmpty(std::string_view title)
     for (Column& column : m_columns) {
         if (column.title == title) {
             column.isHidden = std::all_of(column.cells.begin(), column.cells.end(),
-                                          [](const std::string& cell) { return cell == kNothing; });
+                                          [](const std::string& cell) { return cell == kEmptyCell; });
         }
     }
 }
