@@ -105,6 +105,9 @@ inline Configuration MakeConfiguration(int variant, const Extent& sExtent)
     forVlans([&](uint16_t wVlanId) {
         const SwctVlanPortAttributes sBody{1, 1, 1, static_cast<uint32_t>(variant) + 1};
         Add(requests, SwctVlanPortRecord{{206, wVlanId, static_cast<uint8_t>(wVlanId % 3 + 1), 1}, sBody});
+        if (wVlanId == wBase) {
+            Add(requests, SwctVlanPortRecord{{206, wVlanId, 3, 5}, sBody}); // a member of just one
+        }
     });
     begin(427);
     forPorts(0, ceps, [&](uint8_t bSlot, uint8_t bPort, unsigned) {

@@ -82,9 +82,9 @@ TEST_F(TranslationTest, TheIndexEntryIsTheLastWritten)
     // The record's own local VID is indexed, under relay VIDs of the table only, whatever lies around it.
     std::memset(reinterpret_cast<uint8_t*>(&Cep(3, 2)) + sizeof(SwctNetworkPortData), 0xFF, 2);
     for (const uint16_t wRelayVid : Vids{4094, 0, 4095, 65535}) {
-        const SwctVidTranslation sRecord{77, wRelayVid, {}, 0xFFFFFFFF};
+        const SwctVidTranslation sRecord{777, wRelayVid, {}, 0xFFFFFFFF};
         Swct_WriteVidTranslation(TranslationMoid(3, 2, 4094), &sRecord);
-        EXPECT_EQ(index(wRelayVid), wRelayVid == 4094 ? 77 : 0) << wRelayVid;
+        EXPECT_EQ(index(wRelayVid), wRelayVid == 4094 ? 777 : 0) << wRelayVid;
     }
     // In another switch mode the object does not exist, so that its index entry stays.
     Translate(3, 2, 20, 200);

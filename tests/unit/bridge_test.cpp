@@ -1,4 +1,7 @@
 // Port settings, C-VID registrations and their default.
+#include <utility>
+
+#include "region/views.h"
 #include "unit/bridge_fixture.h"
 
 namespace {
@@ -85,8 +88,12 @@ TEST_F(BridgeTest, WhatCountsAsSettingsOfAPort)
         EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(2, 30) + Swct_SlotIsUsedForProviderBridge(1, 31), 0U);
         EXPECT_EQ(Swct_DoesSwitchPortHaveCVidRegistrationChildren(2, 5), c.wRegisteredCVid != 0 ? 1U : 0U) << c.pName;
         EXPECT_EQ(Swct_DoesSwitchPortHaveVidTranslationChildren(2, 5), c.dwTranslationStatus != 0 ? 1U : 0U);
+        SwctData* const pWriteView = std::exchange(pSwctWrite, nullptr);
+        EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(2, 31), c.dwExpected) << c.pName << ", a reader";
+        pSwctWrite = pWriteView;
         Swct_Switch_SetSwitchMode(2);
         EXPECT_EQ(Swct_DoesPortHaveProviderBridgeSettings(2, 5), 0U) << c.pName;
+        EXPECT_EQ(Swct_DoesSwitchPortHaveCVidRegistrationChildren(2, 5), 0U) << c.pName;
         Swct_Switch_SetSwitchMode(1);
     }
     EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(3, 31), 0U);
@@ -320,6 +327,17 @@ TEST_F(RegistrationTest, CountFirstAndSecondOfAnSvid)
     EXPECT_EQ(Swct_GetFirstCVidRegisteredToSVid(1, 1, 100), 2U);
     EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToDefaultSVid(1, 1, bitmap.abBits), 0U);
     EXPECT_THAT(bitmap.Bits(), IsEmpty());
+}
+
+TEST_F(RegistrationTest, NoPepIsCountedBehindTheTable)
+{
+    std::memset(static_cast<void*>(Swct_GetPbDataWPtr(1, 1)), 2, 2 * sizeof(SwctPbData));
+    std::memset(static_cast<void*>(Cep(1, 1).aProviderEdgePort), 1, sizeof(SwctCepData::aProviderEdgePort));
+    AddPort(1, 1, 3);
+    Bitmap bitmap(0);
+    EXPECT_EQ(Swct_GetNumberOfPepInCep(1, 1), 16U);
+    EXPECT_EQ(Swct_GetCepSVlanList(1, 1, bitmap.abBits), 1U);
+    EXPECT_THAT(bitmap.Bits(), ElementsAre(0x101));
 }
 
 TEST_F(RegistrationTest, SpoiltIndexesCountAsNone)

@@ -95,7 +95,7 @@ TEST_F(ConfigBridgeTest, PrioritiesComeBackEightPerPep)
 {
     AddPort(1, 4, 3);
     AddPep(1, 4, 16, 100);
-    SwctServicePriorityRegenerationRecord sRecord{{427, 1, 4, 16, 8}, {99, 3}}; // the copy of the priority is carried
+    SwctServicePriorityRegenerationRecord sRecord{{427, 1, 4, 16, 8}, {98, 3}}; // the copy of the priority is carried
     Swct_SetConfig(427, std::vector{sRecord, {}}.data());
     SwctServicePriorityRegenerationRecord asRead[9];
     std::memset(static_cast<void*>(asRead), 0xEE, sizeof asRead);
@@ -121,6 +121,7 @@ TEST_F(ConfigBridgeTest, LimitsAreTestedBeforeEachPortAndDoNotWrap)
                                       {301, 600 * 23},
                                       {600, 600 * 23},
                                       {601, 600 * 23 + 6},
+                                      {0x10001, 600 * 23 + 6},
                                       {0xFFFFFFFF, 600 * 23 + 6}}) {
         EXPECT_EQ(GetConfig(369, dwMax).size(), size) << dwMax;
     }
@@ -166,6 +167,31 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
         SetConfig(437, Record(translation, 2, 2, wLocalVid, 0, wLocalVid));
     }
     EXPECT_EQ(+Swct_GetPbDataRPtr(2, 2)->sNp.aVidTranslation[279].wLocalVid, 280);
+}
+
+// More records than a port has elements, keys in any order, a port that comes again.
+TEST_F(ConfigBridgeTest, UnusualRequestsLoseNothing)
+{
+    const Class &registration = kClasses[0], &pep = kClasses[3];
+    AddPort(1, 1, 3);
+    AddPort(3, 1, 3);
+    std::string peps;
+    for (uint16_t i = 0; i < 20; ++i) {
+        peps += Record(pep, 1, 1, static_cast<uint16_t>(i % 16 + 1), 0, static_cast<uint16_t>(101 + i));
+    }
+    SetConfig(469, peps + Record(pep, 3, 1, 1, 0, 200));
+    for (std::size_t i = 0; i < SWCT_VLAN_MAX; ++i) {
+        ASSERT_EQ(+Cep(3, 1).awPepIndexBySvid[i], i == 199 ? 1 : 0) << "S-VID " << i + 1;
+    }
+    using Keys = std::vector<std::pair<uint8_t, uint16_t>>; // slot and C-VID
+    for (const Keys& keys : {Keys{{1, 5}, {1, 3}, {1, 7}}, Keys{{1, 4093}, {3, 1}, {1, 4094}}}) {
+        std::string request;
+        for (const auto& [bSlot, wCVid] : keys) {
+            request += Record(registration, bSlot, 1, wCVid, 0, wCVid);
+        }
+        SetConfig(369, request);
+        EXPECT_EQ(GetConfig(369, 9).size(), keys.size() * 23 + 6);
+    }
 }
 
 // A class write keeps what stays the same in place; what comes out may not depend on what was there.
@@ -214,11 +240,9 @@ TEST_F(ConfigBridgeTest, RecordsWithoutAnElementAreReportedAndSkipped)
         const char* pHandler;
         uint16_t wBadKey;
     };
-    constexpr Case kCases[] = {{0, "CVidRegistration", 4095},
-                               {1, "ServicePriorityRegeneration", 17},
-                               {2, "VidTranslation", 4095},
-                               {3, "ProviderEdgePort", 17},
-                               {4, "QinQPort", 0},
+    constexpr Case kCases[] = {{0, "CVidRegistration", 4095},    {1, "ServicePriorityRegeneration", 17},
+                               {2, "VidTranslation", 4095},      {3, "ProviderEdgePort", 17},
+                               {3, "ProviderEdgePort", 257},     {4, "QinQPort", 0},
                                {5, "DefaultCVidRegistration", 0}};
     for (const Case& c : kCases) {
         const Class& type = kClasses[c.type];
@@ -249,8 +273,8 @@ TEST_F(ConfigBridgeTest, RecordsWithoutAnElementAreReportedAndSkipped)
     }
     SetConfig(427, Record(kClasses[1], 1, 1, 1, 0, 1) + Record(kClasses[1], 1, 1, 1, 1, 1));
     EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty()) << "priority 0 ends the list";
-    SetConfig(427, Record(kClasses[1], 1, 1, 1, 9, 1));
-    EXPECT_EQ(thePlatform.TakeTraces().size(), 1U);
+    SetConfig(427, Record(kClasses[1], 1, 1, 1, 0x10000, 1) + Record(kClasses[1], 1, 1, 1, 9, 1));
+    EXPECT_EQ(thePlatform.TakeTraces().size(), 2U);
 }
 
 } // namespace

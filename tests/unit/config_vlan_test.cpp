@@ -253,6 +253,8 @@ TEST_F(ConfigVlanTest, WritingVlansKeepsWhatOtherClassesOwn)
     EXPECT_EQ(Swct_IsPortMemberOfVlanId(3, 2, 20), 1U);
     EXPECT_EQ(Swct_GetVlanEntryRPtr(20)->sInnerTag.abInnerTagReserved[0], 0);
     EXPECT_EQ(Swct_GetVlanEntryRPtr(10)->sInnerTag.dwInnerPriority, 1U);
+    Write(769, InnerTagRecord(20, 9), 4);
+    EXPECT_EQ(Swct_IsPortMemberOfVlanId(1, 1, 20), 1U);
     thePlatform.pRegion->sVlan[20 - 1].dwNbrOfQinQOrPep = 4;
     thePlatform.pRegion->sVlan[10 - 1].dwNbrOfQinQOrPep = 4;
     std::memset(Swct_GetSwitchPortWPtr(3, 1), 7, sizeof(SwctSwitchPort)); // behind the last VLAN
@@ -277,10 +279,18 @@ TEST_F(ConfigVlanTest, WritingVlansKeepsWhatOtherClassesOwn)
 TEST_F(ConfigVlanTest, PortRequestsEndAtAZeroSlotOrPort)
 {
     constexpr uint8_t kEnds[][2] = {{0, 1}, {1, 0}};
+    constexpr uint8_t kFirstAndLast[][2] = {{1, 1}, {3, 5}};
     for (const auto& end : kEnds) {
         const std::string records =
             SwitchPortRecord(1, 2, 1) + SwitchPortRecord(end[0], end[1], 1) + SwitchPortRecord(1, 3, 1);
+        for (const auto& port : kFirstAndLast) {
+            std::memset(Swct_GetSwitchPortWPtr(port[0], port[1]), 7, sizeof(SwctSwitchPort));
+        }
         Write(177, records, 4);
+        for (const auto& port : kFirstAndLast) {
+            const SwctSwitchPort sNone{};
+            EXPECT_EQ(std::memcmp(Swct_GetSwitchPortRPtr(port[0], port[1]), &sNone, sizeof sNone), 0) << +port[0];
+        }
         EXPECT_EQ(Read(177), SwitchPortRecord(1, 2, 1) + std::string(4, '\0'));
     }
     Write(205, VlanRecord(10, 10, 1), 4);

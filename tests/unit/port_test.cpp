@@ -170,7 +170,8 @@ TEST_F(PortTest, AnyValueIsAMemberAndOneAndTwoAreTaggedAndUntagged)
     struct Case {
         uint32_t value, isMember, isTagged, isAllTagged, isUntaggedSomewhere;
     };
-    constexpr Case kCases[] = {{0, 0, 0, 1, 0}, {1, 1, 1, 1, 0}, {2, 1, 0, 0, 1}, {7, 1, 0, 1, 0}, {0x200, 1, 0, 1, 0}};
+    constexpr Case kCases[] = {
+        {0, 0, 0, 1, 0}, {1, 1, 1, 1, 0}, {2, 1, 0, 0, 1}, {7, 1, 0, 1, 0}, {0x10002, 1, 0, 1, 0}};
     const auto isMember = [] {
         return std::vector<uint32_t>{Swct_IsPortMemberOfVlanId(3, 1, 7), Swct_IsPortMemberOfAnyVlan(3, 1),
                                      Swct_DoesVlanHavePorts({205, 7}), Swct_VlanPortsInSlot(3, 7),
@@ -199,6 +200,9 @@ TEST_F(PortTest, AnyValueIsAMemberAndOneAndTwoAreTaggedAndUntagged)
     }
     Swct_DeleteVlanPort(3, 1, 7);
     EXPECT_TRUE(Region().sVlan[7 - 1].adwMembership[2][0] == 0);
+    Exist(7);
+    Swct_AddVlanPort(7, 1, 1, 2);
+    EXPECT_EQ(Swct_IsAllVlanPortsTagged(7), 0U) << "the first port";
 }
 
 TEST_F(PortTest, QuestionsOverTheVlansOfAPort)

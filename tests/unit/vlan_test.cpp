@@ -3,6 +3,7 @@
 
 #include <array>
 #include <cstring>
+#include <numeric>
 #include <string>
 
 #include "region/views.h"
@@ -30,7 +31,8 @@ std::string Region()
 SwctVlan Vlan(uint16_t wVlanId, const std::string& name = "", uint32_t dwVlanIf = 0)
 {
     SwctVlan sVlan;
-    std::memset(static_cast<void*>(&sVlan), 0xC5, sizeof sVlan);
+    auto* pBytes = reinterpret_cast<uint8_t*>(&sVlan);
+    std::iota(pBytes, pBytes + sizeof sVlan, uint8_t{0xC5});
     sVlan.wVlanId = wVlanId;
     sVlan.dwVlanIf = dwVlanIf;
     std::memcpy(sVlan.acName, (name + std::string(81, '\0')).data(), 81);
@@ -174,8 +176,10 @@ TEST_F(VlanTest, CountersDoNotDrift)
 {
     DBG_SWCH = 5;
     Swct_IncrementVlanNbrOfQinQOrPep(5);
+    EXPECT_THAT(CountsOf(5), ElementsAre(0, 0, 0)) << "usage before creation is not counted";
+    thePlatform.pRegion->sVlan[5 - 1].dwNbrOfQinQOrPep = 3; // left behind
     Create(5);
-    EXPECT_THAT(CountsOf(5), ElementsAre(1, 0, 0)) << "usage before creation is not counted";
+    EXPECT_THAT(CountsOf(5), ElementsAre(1, 0, 0));
     Swct_IncrementVlanNbrOfQinQOrPep(5);
     Swct_IncrementVlanNbrOfQinQOrPep(5);
     EXPECT_EQ(Swct_DoesVlanHaveQinQPortsOrPeps(5), 1U);
@@ -201,6 +205,8 @@ TEST_F(VlanTest, CountersDoNotDrift)
     DBG_SWCH = 4;
     Create(5);
     EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty());
+    thePlatform.Reset();
+    EXPECT_EQ(Swct_GetNbrOfPopulatedVlans(), 0) << "without a view";
 }
 
 TEST_F(VlanTest, ReadAndUpdateDoNotAskForExistence)
