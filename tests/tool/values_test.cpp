@@ -40,7 +40,10 @@ TEST(FileTest, FaultsNameTheirPlace)
         {"'ports':[{'port':'1/1','typ':1}]", "1 port 1/1 $.ports[0].typ is no member of this object; 'type' is"},
         {"'switch':{'gLagDistribution':2}",
          "1 switch $.switch.gLagDistribution must be a number from 1 to 7 but not 2"},
-        {"'vlans':[{'id':1},\n\n{'id':1}]", "3 vlan 1 $.vlans[1].id is there twice"},
+        // Once a key is lost, what goes with what is not asked.
+        {"'ports':[{'port':'1/1','pvid':9}],'vlans':[{'id':1},\n\n{'id':1}]", "3 vlan 1 $.vlans[1].id is there twice"},
+        {"'ports':[{'port':'1/1','pvid':9}],'vlans':[{'id':0}]",
+         "1 vlan 0 $.vlans[0].id must be a number from 1 to 4094"},
         {"'vlans':[{'id':5,'innerTag':{'enabled':true,'vid':4}}]",
          "1 vlan 5 inner-tag $.vlans[0].innerTag goes with a VLAN that has a 'layer3Interface'"},
         {"'ports':[{'port':'1/1','providerEdgePorts':[{'index':1,'sVid':1}]}]",
