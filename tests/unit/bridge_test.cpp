@@ -345,7 +345,7 @@ TEST_F(RegistrationTest, SpoiltIndexesCountAsNone)
     AddPort(2, 5, 3); // the last table of the region
     SetDefault(2, 5, 4095);
     SwctCVidRegistration sRecord;
-    for (const uint16_t wSpoilt : Vids{4095, 65535}) {
+    for (const uint16_t wSpoilt : Vids{4095, 65535, 4097}) { // whose low byte is a PEP, too
         Cep(2, 5).awPepIndexBySvid[99] = wSpoilt;
         Cep(2, 5).awPepIndexBySvid[199] = 16;
         Cep(2, 5).awFirstCVidInPep[15] = wSpoilt;

@@ -163,10 +163,10 @@ TEST_F(ConfigBridgeTest, DerivedTablesFollowTheRecords)
     const SwctNetworkPortData& sNp = Swct_GetPbDataRPtr(1, 2)->sNp;
     EXPECT_EQ(+sNp.awLocalVidByRelayVid[99], 7);
     EXPECT_EQ(sNp.aVidTranslation[7].dwStatus * 10 + sNp.aVidTranslation[6].dwStatus, 32U);
-    for (const uint16_t wLocalVid : Vids{280, 300}) { // a request clears network ports, and 2/2 is none
-        SetConfig(437, Record(translation, 2, 2, wLocalVid, 0, wLocalVid));
+    for (const uint16_t wLocalVid : Vids{280, 300}) { // a request clears network ports, and 1/1 is none
+        SetConfig(437, Record(translation, 1, 1, wLocalVid, 0, wLocalVid));
     }
-    EXPECT_EQ(+Swct_GetPbDataRPtr(2, 2)->sNp.aVidTranslation[279].wLocalVid, 280);
+    EXPECT_EQ(+Swct_GetPbDataRPtr(1, 1)->sNp.aVidTranslation[279].wLocalVid, 280);
 }
 
 // More records than a port has elements, keys in any order, a port that comes again.
