@@ -26,9 +26,12 @@ add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 
 option(PIOVIOS_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 if(PIOVIOS_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
     add_link_options(-fsanitize=address,undefined)
 endif()
+
+# What CLI11, JSON and gmock bring along takes seconds to compile in each source.
+option(PIOVIOS_JOIN_SOURCES "Compile command and tests in few pieces: quicker, but each change compiles more" OFF)
 
 # A build tree's own search path, too, is the same wherever the tree lies: it counts into the build id.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)

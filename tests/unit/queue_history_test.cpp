@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "region/views.h"
 #include "unit/history_family.h"
 
 namespace {
@@ -169,7 +170,8 @@ TYPED_TEST(QueueHistoryTest, ARingWithoutCurrentRecordBeginsWithAZeroRecordUntil
     EXPECT_TRUE(AreEqual(&asGot[1], &sNewest));
     EXPECT_EQ(F::Close(1, 1, 0, 255, 1), 0);
     EXPECT_EQ(F::GetCurrent(1, 1, 0), 0);
-    EXPECT_EQ(+F::GetRPtr(1, 1, 0, 0)->boSuspect, 0);
+    pSwctWrite = nullptr;
+    EXPECT_EQ(+F::GetRPtr(1, 1, 0, 0)->boSuspect, 0) << "a reader";
     const std::string outOfRange = "Index " + std::to_string(F::kLength) + " out of range";
     EXPECT_THAT(
         thePlatform.TakeTraces(),
