@@ -31,7 +31,8 @@ if(PIOVIOS_SANITIZE)
 endif()
 
 # What CLI11, JSON and gmock bring along takes seconds to compile in each source.
-option(PIOVIOS_JOIN_SOURCES "Compile command and tests in few pieces: quicker, but each change compiles more" OFF)
+option(PIOVIOS_JOIN_SOURCES "Compile the command in a few pieces: quicker, but each change compiles more" OFF)
+option(PIOVIOS_PRECOMPILE "Precompile the headers of command and tests" ${PIOVIOS_JOIN_SOURCES})
 
 # A build tree's own search path, too, is the same wherever the tree lies: it counts into the build id.
 set(CMAKE_BUILD_RPATH_USE_ORIGIN ON)
