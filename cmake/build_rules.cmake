@@ -26,7 +26,7 @@ add_compile_options(-ffile-prefix-map=${PROJECT_SOURCE_DIR}/=)
 
 option(PIOVIOS_SANITIZE "Address and undefined-behaviour sanitizers" OFF)
 if(PIOVIOS_SANITIZE)
-    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer -g1)
+    add_compile_options(-fsanitize=address,undefined -fno-sanitize-recover=all -fno-omit-frame-pointer)
     add_link_options(-fsanitize=address,undefined)
 endif()
 
