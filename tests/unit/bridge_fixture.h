@@ -54,6 +54,7 @@ uint16_t FirstWord(Fill fill)
 {
     Record sRecord;
     std::memset(&sRecord, 0xEE, sizeof sRecord);
+    fill(nullptr); // does nothing
     fill(&sRecord);
     uint16_t wFirst;
     std::memcpy(&wFirst, &sRecord, sizeof wFirst);

@@ -228,7 +228,9 @@ TEST_F(RegistrationTest, SummariesFollowTheLowestCVid)
     Swct_WriteCVidRegistration(Moid(2, 5, 20), &sRecord);
     EXPECT_EQ(summary(16), std::pair(2U, 25U));
     EXPECT_EQ(summary(1), std::pair(1U, 20U));
+    Register(2, 5, 40, 100);
     DBG_SWCH = 6;
+    Swct_DeleteCVidRegistration(Moid(2, 5, 40)); // not the first
     Swct_DeleteCVidRegistration(Moid(2, 5, 25));
     EXPECT_EQ(summary(16), std::pair(1U, 30U));
     Swct_DeleteCVidRegistration(Moid(2, 5, 30));
@@ -349,6 +351,7 @@ TEST_F(RegistrationTest, SpoiltIndexesCountAsNone)
         Cep(2, 5).awPepIndexBySvid[99] = wSpoilt;
         Cep(2, 5).awPepIndexBySvid[199] = 16;
         Cep(2, 5).awFirstCVidInPep[15] = wSpoilt;
+        Cep(2, 5).awNbrOfCVidInPep[0] = 3;
         const std::string before = Region();
         EXPECT_EQ(Swct_GetNumberOfCVidRegistrationsForSVid(2, 5, 100), 0);
         EXPECT_EQ(Swct_GetFirstCVidRegistrationForSVid(2, 5, 100, &sRecord), 0U);
