@@ -191,8 +191,8 @@ TEST_F(VlanTest, CountersDoNotDrift)
                                                       Debug(5, "Swct_CreateVlan", "Created VLAN: Tag:5")));
     Swct_DecrementVlanNbrOfQinQOrPep(5);
     Swct_DecrementVlanNbrOfQinQOrPep(5);
-    EXPECT_EQ(Swct_DoesVlanHaveQinQPortsOrPeps(5), 0U);
     Swct_DecrementVlanNbrOfQinQOrPep(5);
+    EXPECT_EQ(Swct_DoesVlanHaveQinQPortsOrPeps(5), 0U);
     EXPECT_THAT(thePlatform.TakeTraces(),
                 ElementsAre(Error(0, "Swct_DecrementVlanNbrOfQinQOrPep", "Tried to decrement below 0! Please fix me")));
     Swct_DeleteVlan(5);
