@@ -197,6 +197,33 @@ TEST_F(PepTest, CreateAndDeleteKeepTheIndexAndZeroTheSummary)
     EXPECT_THAT(bitmap.Bits(), IsEmpty());
 }
 
+TEST_F(PepTest, NoRecordChangesNothing)
+{
+    AddPort(1, 1, 3);
+    AddPort(2, 1, 1);
+    AddPort(2, 2, 0);
+    thePlatform.TakeTraces();
+    const std::string before = Region();
+    for (auto write : {Swct_CreateProviderEdgePort, Swct_WriteProviderEdgePort}) {
+        write(PepMoid(1, 1, 2), nullptr);
+    }
+    for (auto write : {Swct_CreateCVidRegistration, Swct_WriteCVidRegistration}) {
+        write({369, 1, 1, 5}, nullptr);
+    }
+    for (auto write : {Swct_CreateVidTranslation, Swct_WriteVidTranslation}) {
+        write({437, 2, 1, 5}, nullptr);
+    }
+    for (auto write : {Swct_CreateDefaultCVidRegistration, Swct_WriteDefaultCVidRegistration}) {
+        write({538, 1, 1}, nullptr);
+    }
+    for (auto write : {Swct_CreateServicePriorityRegeneration, Swct_WriteServicePriorityRegeneration}) {
+        write(PriorityMoid(1, 1, 2, 3), nullptr);
+    }
+    Swct_CreateQinQPort({514, 2, 2}, nullptr);
+    Swct_WriteQinQPort({514, 2, 2}, nullptr);
+    EXPECT_TRUE(Region() == before);
+}
+
 TEST_F(PepTest, FreeIndexesWalksAndNeighbours)
 {
     SwctProviderEdgePortMoid sMoid{};
