@@ -362,7 +362,7 @@ TEST_F(CVlanTest, QuestionsOverTheRegistrationsOfCeps)
 
 TEST_F(PortBitmapTest, MembershipsOfAPortReplaceTheBitmap)
 {
-    for (const uint16_t wVlanId : Vids{1, 8, 9, 4095}) {
+    for (const uint16_t wVlanId : Vids{1, 8, 9, 4088, 4095}) {
         Swct_GetVlanEntryWPtr(wVlanId)->boExists = wVlanId != 9;
         Swct_AddVlanPort(wVlanId, 2, 5, wVlanId == 8 ? 2 : 1);
     }
@@ -372,7 +372,7 @@ TEST_F(PortBitmapTest, MembershipsOfAPortReplaceTheBitmap)
         DBG_EHSL = level;
         Bitmap bitmap(0xFF);
         Swct_GetPortVlanBitMap(2, 5, bitmap.abBits);
-        EXPECT_THAT(bitmap.Bits(), ElementsAre(1U, 8U, 4095U));
+        EXPECT_THAT(bitmap.Bits(), ElementsAre(1U, 8U, 4088U, 4095U));
     }
     const char* pName = "Swct_GetPortVlanBitMap";
     EXPECT_THAT(thePlatform.TakeTraces(), ElementsAre(Debug(4, pName, "PTP__GetPortVlanBitMapbSlot(2),bPort(5)."),
