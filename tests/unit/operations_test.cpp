@@ -89,7 +89,7 @@ protected:
         std::minstd_rand random(4711); // NOLINT(cert-msc32-c,cert-msc51-cpp)
         Digest sDigest;
         for (int i = 0; i < 100; ++i) {
-            Ask(sOperation, random, sDigest);
+            Ask(sOperation, random, sDigest, i % 2 == 0 ? 7 : 0xFF);
         }
         return sDigest.qwValue;
     }
