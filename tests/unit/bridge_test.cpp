@@ -33,7 +33,7 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
         {2, Swct_DoesCustomerNetworkPortSettingsExist, Swct_CustomerNetworkPortSettingsMoidIterator},
         {3, Swct_DoesCustomerEdgePortSettingsExist, Swct_CustomerEdgePortSettingsMoidIterator},
     };
-    for (uint8_t bSlot = 1; bSlot <= 3; ++bSlot) {
+    for (const uint8_t bSlot : {uint8_t{1}, uint8_t{3}}) {
         for (uint8_t bPort = 1; bPort <= 4; ++bPort) {
             AddPort(bSlot, bPort, bPort);
         }
@@ -43,7 +43,7 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
         const std::string port = std::to_string(settings.bType);
         Swct_Switch_SetSwitchMode(1);
         EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}),
-                    ElementsAre("7:1/" + port, "7:2/" + port, "7:3/" + port));
+                    ElementsAre("7:1/" + port, "7:3/" + port));
         EXPECT_EQ(settings.exists({0, 1, settings.bType}), 1U);
         EXPECT_EQ(settings.exists({0, settings.bType, 5}) + settings.exists({0, 4, settings.bType}), 0U);
         Swct_Switch_SetSwitchMode(2);

@@ -74,7 +74,11 @@ TEST_F(ConfigBridgeTest, RecordsLieInTheRegionAsInTheRequestAndComeBack)
     for (const Case& c : kCases) {
         AddPort(3, 2, c.type.wClass == 437 ? 2 : 3, 2);
         const std::string record = Record(c.type, 3, 2, c.wKey, 0, 0x1234);
+        uint8_t& bBehind = reinterpret_cast<uint8_t*>(thePlatform.pRegion)[c.offset + c.size];
+        bBehind = 7; // belongs to the class as well, or to another
         EXPECT_EQ(SetConfig(c.type.wClass, record), 0U);
+        EXPECT_EQ(bBehind, c.type.wClass == 437 || c.type.wClass == 514 ? 0 : 7) << c.type.wClass;
+        bBehind = 0;
         EXPECT_THAT(thePlatform.TakeTraces(), IsEmpty()) << c.type.wClass;
         EXPECT_EQ(Region().substr(c.offset, c.size), record.substr(c.type.moid)) << c.type.wClass;
         EXPECT_EQ(GetConfig(c.type.wClass, 2), record + std::string(c.type.moid, '\0')) << c.type.wClass;
