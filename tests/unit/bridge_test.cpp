@@ -207,6 +207,8 @@ TEST_F(RegistrationTest, IteratorGoesByPortThenCVid)
     EXPECT_EQ(Swct_CVidRegistrationMoidIterator(nullptr), nullptr);
     EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, 10}), 1U);
     EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, 0}) + Swct_DoesVlanHaveCVidRegistrations({0, 11}), 0U);
+    Swct_Switch_SetSwitchMode(2);
+    EXPECT_EQ(Swct_DoesVlanHaveCVidRegistrations({0, 10}), 0U);
 }
 
 TEST_F(RegistrationTest, SummariesFollowTheLowestCVid)
@@ -338,8 +340,10 @@ TEST_F(RegistrationTest, NoPepIsCountedBehindTheTable)
     AddPort(1, 1, 3);
     Bitmap bitmap(0);
     EXPECT_EQ(Swct_GetNumberOfPepInCep(1, 1), 16U);
+    Cep(1, 1).aProviderEdgePort[0].wSvid = 5;
+    Cep(1, 1).aProviderEdgePort[15].wSvid = 4095;
     EXPECT_EQ(Swct_GetCepSVlanList(1, 1, bitmap.abBits), 1U);
-    EXPECT_THAT(bitmap.Bits(), ElementsAre(0x101));
+    EXPECT_THAT(bitmap.Bits(), ElementsAre(5, 0x101, 4095));
 }
 
 TEST_F(RegistrationTest, SpoiltIndexesCountAsNone)

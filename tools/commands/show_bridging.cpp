@@ -9,6 +9,8 @@
 
 #include <fmt/format.h>
 
+#include <utility>
+
 namespace tool {
 
 namespace {
@@ -88,9 +90,11 @@ void WriteGroups(Report& report, const View& view, const Filter& filter, Port po
 {
     const auto registrations = OfFirstKey(view.configuration.aCVidRegistration, PortNumber(port.slot, port.port));
     for (RegistrationGroup& group : GroupRegistrations(registrations)) {
-        group.cVids = Filtered(group.cVids, filter);
+        const std::vector<VidRange> all = std::exchange(group.cVids, Filtered(group.cVids, filter));
         if (group.cVids.empty() || !filter.HasPort(port) || !filter.HasSvid(group.pFirst->sBody.wSvid)) {
-            report.Skip();
+            for (const VidRange& range : all) {
+                report.Skip(range.last - range.first + 1U);
+            }
             continue;
         }
         report.BeginRow();

@@ -34,10 +34,10 @@ public:
     {
         return m_nrOfRows;
     }
-    // An object that the filter keeps out.
-    void Skip()
+    // Objects that the filter keeps out.
+    void Skip(std::size_t nrOfObjects = 1)
     {
-        ++m_nrOfSkipped;
+        m_nrOfSkipped += nrOfObjects;
     }
 
     // For people only: fields under the titles of the catalogue.
