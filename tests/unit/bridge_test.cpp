@@ -42,8 +42,7 @@ TEST_F(BridgeTest, PortSettingsDifferByTheirPortType)
     for (const Settings& settings : kSettings) {
         const std::string port = std::to_string(settings.bType);
         Swct_Switch_SetSwitchMode(1);
-        EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}),
-                    ElementsAre("7:1/" + port, "7:3/" + port));
+        EXPECT_THAT(Walk(settings.next, SwctPortMoid{7, 0, 0}), ElementsAre("7:1/" + port, "7:3/" + port));
         EXPECT_EQ(settings.exists({0, 1, settings.bType}), 1U);
         EXPECT_EQ(settings.exists({0, settings.bType, 5}) + settings.exists({0, 4, settings.bType}), 0U);
         Swct_Switch_SetSwitchMode(2);
