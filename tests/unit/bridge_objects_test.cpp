@@ -118,7 +118,13 @@ TEST_F(TranslationTest, ObjectsAndVlans)
         EXPECT_EQ(Swct_GetFreeVidTranslationMoid(c.bSlot, c.bPort, c.wLocalVid, &sMoid), c.dwResult) << c.wLocalVid;
     }
     EXPECT_EQ(Text(&sMoid), "437:2/5/2");
+    Translate(3, 1, 3, 0); // to none, but in use
+    EXPECT_EQ(Walk(Swct_VidTranslationMoidIterator, TranslationMoid(0, 0, 0)).size(), 4U);
     EXPECT_EQ(Swct_GetFreeVidTranslationMoid(2, 5, 2, nullptr), 20018U);
+    std::memset(static_cast<void*>(Swct_GetPbDataWPtr(2, 5)->sNp.awLocalVidByRelayVid), 7, 100); // behind the records
+    for (const uint16_t wLocalVid : kBadKeys) {
+        EXPECT_EQ(FILL(uint16_t, Swct_GetRelayVidOfLocalVid(2, 5, wLocalVid, p)), 0) << wLocalVid;
+    }
 }
 
 TEST_F(PepTest, EveryOperationKnowsItsPort)

@@ -309,11 +309,19 @@ TEST_F(RegistrationTest, CountFirstAndSecondOfAnSvid)
         }
     }
     Bitmap bitmap(0xFF);
+    for (uint16_t wCVid = 4094; wCVid > 4060; --wCVid) {
+        Register(1, 1, wCVid, 301);
+        EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToSVid(1, 1, 301, bitmap.abBits), 1U);
+        EXPECT_THAT(bitmap.Bits(), ElementsAre(wCVid));
+        Swct_DeleteCVidRegistration(Moid(1, 1, wCVid));
+    }
     EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToSVid(1, 1, 200, bitmap.abBits), 1U);
     EXPECT_THAT(bitmap.Bits(), ElementsAre(1U, 3U, 40U));
     EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToSVid(1, 1, 100, bitmap.abBits), 1U);
     EXPECT_THAT(bitmap.Bits(), ElementsAre(60U)) << "the default is not considered";
     EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToDefaultSVid(1, 1, bitmap.abBits), 1U);
+    EXPECT_EQ(Swct_GetBitmapOfCVidRegisteredToDefaultSVid(1, 1, nullptr), 0U);
+    EXPECT_EQ(Swct_GetCepSVlanList(1, 1, nullptr), 0U);
     EXPECT_EQ(bitmap.Bits().size(), 4089U);
     DBG_SWCH = 6;
     Swct_GetNumberOfCVidRegistrationsForSVid(1, 1, 200);

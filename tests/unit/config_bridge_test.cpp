@@ -187,6 +187,11 @@ TEST_F(ConfigBridgeTest, UnusualRequestsLoseNothing)
     for (std::size_t i = 0; i < SWCT_VLAN_MAX; ++i) {
         ASSERT_EQ(+Cep(3, 1).awPepIndexBySvid[i], i == 199 ? 1 : 0) << "S-VID " << i + 1;
     }
+    for (uint16_t wSvid = 1; wSvid <= 40; ++wSvid) { // alone in its part of the index
+        SetConfig(469, "");
+        SetConfig(469, Record(pep, 1, 1, 3, 0, wSvid));
+        EXPECT_EQ(+Cep(1, 1).awPepIndexBySvid[wSvid - 1], 3);
+    }
     using Keys = std::vector<std::pair<uint8_t, uint16_t>>; // slot and C-VID
     for (const Keys& keys : {Keys{{1, 5}, {1, 3}, {1, 7}}, Keys{{1, 4093}, {3, 1}, {1, 4094}}}) {
         std::string request;

@@ -218,6 +218,9 @@ TEST_F(PortTest, QuestionsOverTheVlansOfAPort)
     pSwctWrite = nullptr; // a reader asks
     EXPECT_EQ(Swct_IsPortMemberOfJustOneVlan(1, 5, &wVlanId), 1U);
     EXPECT_EQ(wVlanId, 4095);
+    wVlanId = 0;
+    EXPECT_EQ(Swct_PortUsedUnTaggedInAnyVlan(1, 5, &wVlanId), 1U);
+    EXPECT_EQ(wVlanId, 4095);
     Exist(10);
     EXPECT_EQ(Swct_IsPortMemberOfJustOneVlan(1, 5, &wVlanId), 0U);
     EXPECT_EQ(wVlanId, 0);
