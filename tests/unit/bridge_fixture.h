@@ -222,7 +222,9 @@ protected:
             CheckNeeds(call, bSlot, bPort, [&] {
                 const std::string hidden = Region();
                 call.call(bSlot, bPort, kKey);
-                return Region() != hidden;
+                const bool isChanged = Region() != hidden;
+                RestoreRegion(hidden); // a second time it would change nothing
+                return isChanged;
             });
         }
     }
