@@ -31,11 +31,11 @@ TEST_F(QinQTest, EveryOperationKnowsItsPort)
     static constexpr SwctQinQPort kRecord{2, 8, 6, 1, 9, 0x88A8};
     AddPort(1, 1, 0);
     Write(1, 1, 1, 7, 1, 9);
-    CheckChanges({CHANGE_PORT(kExisting, Swct_WriteQinQPort(Moid(bSlot, bPort), &kRecord)),
-                  CHANGE_PORT(kExisting, Swct_CreateQinQPort(Moid(bSlot, bPort), &kRecord)),
-                  CHANGE_PORT(kExisting, Swct_DeleteQinQPort(Moid(bSlot, bPort))),
-                  CHANGE_PORT(kExisting, Swct_QinQPort_SetProviderTagVid(bSlot, bPort, 0xFFFF)),
-                  CHANGE_PORT(kExisting, Swct_QinQPort_SetProviderTagEtherType(bSlot, bPort, 0x81000001))},
+    CheckChanges({CHANGE_PORT(kNothing, Swct_WriteQinQPort(Moid(bSlot, bPort), &kRecord)),
+                  CHANGE_PORT(kNothing, Swct_CreateQinQPort(Moid(bSlot, bPort), &kRecord)),
+                  CHANGE_PORT(kNothing, Swct_DeleteQinQPort(Moid(bSlot, bPort))),
+                  CHANGE_PORT(kNothing, Swct_QinQPort_SetProviderTagVid(bSlot, bPort, 0xFFFF)),
+                  CHANGE_PORT(kNothing, Swct_QinQPort_SetProviderTagEtherType(bSlot, bPort, 0x81000001))},
                  1, 1);
     CheckQuestions({ASK_PORT(kNothing, 0, Swct_GetQinQPortRPtr(bSlot, bPort) != nullptr),
                     ASK_PORT(kNothing, 0, Swct_GetQinQPortWPtr(bSlot, bPort) != nullptr),
