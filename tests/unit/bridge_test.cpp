@@ -96,6 +96,8 @@ TEST_F(BridgeTest, WhatCountsAsSettingsOfAPort)
         Swct_Switch_SetSwitchMode(1);
     }
     EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(3, 31), 0U);
+    AddPort(1, 5, 3, 2);
+    EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(1, 31), 1U);
     DBG_SWCH = 4;
     EXPECT_EQ(Swct_SlotIsUsedForProviderBridge(255, 0), 0U);
     EXPECT_THAT(thePlatform.TakeTraces(),
