@@ -200,6 +200,7 @@ TEST_F(VlanTest, CountersDoNotDrift)
     Swct_AddVlanPort(5, 1, 1, 2);
     Swct_DecrementVlanNbrOfQinQOrPep(5);
     Swct_DeleteVlan(5);
+    Swct_IncrementVlanNbrOfQinQOrPep(5);
     EXPECT_THAT(CountsOf(5), ElementsAre(0, 1, 0)) << "of a VLAN that is not there";
     EXPECT_TRUE(thePlatform.pRegion->sVlan[5 - 1].adwMembership[0][0] == 0) << "but its entry is initialised";
     DBG_SWCH = 4;
