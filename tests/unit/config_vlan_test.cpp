@@ -250,7 +250,7 @@ TEST_F(ConfigVlanTest, WritingVlansKeepsWhatOtherClassesOwn)
     auto* const pBehind = reinterpret_cast<uint8_t*>(thePlatform.pRegion->sVlan + SWCT_VLAN_MAX);
     std::memset(pBehind, 7, sizeof(SwctVlanEntry));
     Write(206, kTables[2].request + SpoiltVlanPortRecord(30, 1, 6, 1), 6); // 1/6 is not 2/1
-    EXPECT_EQ(thePlatform.pRegion->sVlan[30 - 1].adwMembership[1][0], 0U);
+    EXPECT_EQ(+thePlatform.pRegion->sVlan[30 - 1].adwMembership[1][0], 0U);
     Write(205, VlanRecord(20, 20, 1) + VlanRecord(10, 10, 1) + VlanRecord(10, 10, 1), 4);
     EXPECT_TRUE(std::all_of(pBehind, pBehind + sizeof(SwctVlanEntry), [](uint8_t b) { return b == 7; }));
     EXPECT_EQ(Swct_GetNbrOfPopulatedVlans(), 3) << "repeated keys count";
