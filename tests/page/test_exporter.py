@@ -18,6 +18,8 @@ from node import EXAMPLES, FULL, PROGRAMS, Node
 DOCS = EXAMPLES.parent / "docs"
 PATHS = ["/", "/metrics", "/data.json", "/api/state", "/api/history?port=1/1", "/api/check"]
 
+SLOWNESS = int(os.environ.get("PIOVIOS_SLOWNESS", "1"))  # of a build with sanitizers
+
 
 def await_status(node: Node, path: str, status: int) -> str:
     end = time.monotonic() + 2
@@ -132,9 +134,8 @@ def test_hostile_requests(metro: Node) -> None:
     before = memory()
     statuses, times = siege(metro.port, 5000)
     assert set(statuses) == {200}
-    slowness = int(os.environ.get("PIOVIOS_SLOWNESS", "1"))
-    assert times[len(times) * 9 // 10] < 0.05 * slowness  # the rest is for what else this machine does
-    assert memory() < before + 16384 * slowness
+    assert times[len(times) * 9 // 10] < 0.05 * SLOWNESS  # the rest is for what else this machine does
+    assert memory() < before + 16384 * SLOWNESS
 
 
 def test_slow_readers_of_old_texts_are_few(node: Node) -> None:
@@ -155,6 +156,6 @@ def test_slow_readers_of_old_texts_are_few(node: Node) -> None:
         readers[-1].send(b"GET /api/state HTTP/1.1\r\nHost: localhost\r\n\r\n")
     await_status(node, "/api/check", 200)
     served = sum(os.readlink(link).startswith("socket") for link in Path(f"/proc/{node.exporter.pid}/fd").iterdir())
-    assert 10 < served < 18
+    assert 10 // SLOWNESS < served < 18  # some may have waited for too long, too
     for reader in readers:
         reader.close()
