@@ -202,6 +202,7 @@ TEST_F(VlanTest, CountersDoNotDrift)
     Swct_DeleteVlan(5);
     Swct_IncrementVlanNbrOfQinQOrPep(5);
     EXPECT_THAT(CountsOf(5), ElementsAre(0, 1, 0)) << "of a VLAN that is not there";
+    EXPECT_EQ(+thePlatform.pRegion->sVlan[5 - 1].dwNbrOfQinQOrPep, 0U);
     EXPECT_TRUE(thePlatform.pRegion->sVlan[5 - 1].adwMembership[0][0] == 0) << "but its entry is initialised";
     DBG_SWCH = 4;
     Create(5);
