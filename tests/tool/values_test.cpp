@@ -1,123 +1,19 @@
-// Files, differences, keys and tables as values, and the documents that the command prints.
+// Tables, charts, sums of the history, times and cut texts as values, and the documents that the command prints.
+#include "commands/periods.h"
 #include "file/describe.h"
-#include "file/parse.h"
-#include "objects/failure.h"
-#include "objects/keys.h"
+#include "file/read_changes.h"
+#include "file/read_names.h"
+#include "own_region.h"
+#include "terminal/chart.h"
 #include "terminal/grid.h"
 
-#include <algorithm>
 #include <fstream>
-#include <gtest/gtest.h>
 #include <iterator>
 
 namespace {
 
 using namespace tool;
-
-// ' stands for ".
-std::string Quoted(std::string text)
-{
-    std::replace(text.begin(), text.end(), '\'', '"');
-    return text;
-}
-
-TEST(FileTest, FaultsNameTheirPlace)
-{
-    struct Case {
-        const char* text;  // behind "schema"
-        const char* fault; // line, object, path and rule; empty: none
-    };
-    constexpr Case kCases[] = {
-        {"'vlans':[{'id':1,\n'members':{'tagged':['1/1']}}]",
-         "2 vlan 1 member 1/1 $.vlans[0].members.tagged[0] there is no such port"},
-        {"'ports':[{'port':'1/1','pvid':9}]", "1 port 1/1 $.ports[0].pvid there is no VLAN of that id"},
-        {"'ports':[{'port':'1/1'}]", ""}, // the default PVID needs no VLAN
-        {"'management':{'vlan':7}", "1 management $.management.vlan there is no VLAN of that id"},
-        {"'ports':[{'port':'1/1'}],'vlans':[{'id':5,'members':{'untagged':['1/1']}},\n"
-         "{'id':6,'members':{'untagged':['1/1']}},{'id':7,'members':{'untagged':['1/1']}}]",
-         "2 vlan 6 member 1/1 $.vlans[1].members.untagged[0] the port is untagged in VLAN 5 already, and frames of "
-         "both leave it alike"},
-        {"'ports':[{'port':'1/1','typ':1}]", "1 port 1/1 $.ports[0].typ is no member of this object; 'type' is"},
-        {"'switch':{'gLagDistribution':2}",
-         "1 switch $.switch.gLagDistribution must be a number from 1 to 7 but not 2"},
-        // Once a key is lost, what goes with what is not asked.
-        {"'ports':[{'port':'1/1','pvid':9}],'vlans':[{'id':1},\n\n{'id':1}]", "3 vlan 1 $.vlans[1].id is there twice"},
-        {"'ports':[{'port':'1/1','pvid':9}],'vlans':[{'id':0}]",
-         "1 vlan 0 $.vlans[0].id must be a number from 1 to 4094"},
-        {"'vlans':[{'id':5,'innerTag':{'enabled':true,'vid':4}}]",
-         "1 vlan 5 inner-tag $.vlans[0].innerTag goes with a VLAN that has a 'layer3Interface'"},
-        {"'ports':[{'port':'1/1','providerEdgePorts':[{'index':1,'sVid':1}]}]",
-         "1 port 1/1 pep 1 $.ports[0].providerEdgePorts[0] goes with a port of type 'cep' only; --lenient leaves it "
-         "out"},
-        {"'vlans':[{'id':1},{'id':2}],'ports':[{'port':'1/"
-         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1}],'cVidRegistrations':[{'cVids':3,'sVid':2}]}]",
-         "1 port 1/1 cvid 3 $.ports[0].cVidRegistrations[0].sVid the port has no provider edge port of that S-VID"},
-        {"'vlans':[{'id':1}],'ports':[{'port':'1/"
-         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1},{'index':4,'sVid':1}]}]",
-         "1 port 1/1 pep 4 $.ports[0].providerEdgePorts[1].sVid another provider edge port of the port has this S-VID"},
-        {"'vlans':[{'id':1}],'ports':[{'port':'1/1','qinq':{'providerVid':1}}]",
-         "1 port 1/1 qinq $.ports[0].qinq is in force in switch mode 'qinq' only"},
-        {"'switch':{'mode':'qinq'},'vlans':[{'id':1}],'ports':[{'port':'1/"
-         "1','type':'pnp','vidTranslations':[{'localVid':2,'relayVid':1},{'localVid':3,'relayVid':1}]}]",
-         "1 port 1/1 vid 2 $.ports[0].vidTranslations[0] is in force in switch mode 'provider-bridge' only"},
-        {"'vlans':[{'id':1}],'ports':[{'port':'1/"
-         "1','type':'cep','providerEdgePorts':[{'index':1,'sVid':1}],'cVidRegistrations':[{'cVids':3,'sVid':1,'relay':"
-         "true}]}]",
-         "1 port 1/1 cvid 3 $.ports[0].cVidRegistrations[0].relayCVid with 'relay' it must be a number from 1 to 4094"},
-        {"'vlans':[{'id':5,'layer3Interface':true,'innerTag':{'enabled':true}}]",
-         "1 vlan 5 inner-tag $.vlans[0].innerTag.vid with an enabled tag it must be a number from 1 to 4094"},
-    };
-    for (const Case& row : kCases) {
-        const ParseResult result = Parse(Quoted(std::string("{'schema':1,") + row.text + '}'), Strictness::kStrict);
-        std::string told;
-        for (const ConfigFault& fault : result.faults) {
-            told += std::to_string(fault.line) + ' ' + fault.object + ' ' + fault.path + ' ' + fault.rule;
-        }
-        EXPECT_EQ(Quoted(row.fault), told) << row.text;
-        EXPECT_EQ(result.faults.empty(), result.nrOfErrors == 0);
-    }
-    EXPECT_EQ(1U, Parse("{}", Strictness::kLenient).nrOfErrors) << "schema is required";
-}
-
-TEST(DiffTest, TellsObjectsByOneName)
-{
-    const auto parse = [](const std::string& text) {
-        return Parse(Quoted("{'schema':1," + text + '}'), Strictness::kLenient).configuration;
-    };
-    const Configuration before = parse("'vlans':[{'id':1,'name':'a'},{'id':2},{'id':9}],'ports':[{'port':'1/"
-                                       "1','type':'cep','cVidRegistrations':[{'cVids':'1-9','sVid':1}]}]");
-    const Configuration after =
-        parse("'hrlb':3,'vlans':[{'id':1,'name':'b','members':{'tagged':['1/1','1/"
-              "3']}},{'id':3},{'id':4},{'id':9,'innerTag':null}],'ports':[{'port':'1/"
-              "1','type':'cep','cVidRegistrations':[{'cVids':'1-9','sVid':2}],'defaultCVidRegistration':{'sVid':1}}]");
-    std::string text;
-    for (const Difference& difference : Diff(before, after)) {
-        text += ToText(difference) + '\n';
-    }
-    EXPECT_EQ("node: changed: hrlb 2 -> 3\n"
-              "port 1/1 cvid 1-9: changed: sVid 1 -> 2\n"
-              "port 1/1 default: added: sVid 1\n"
-              "vlan 1: changed: name \"a\" -> \"b\"\n"
-              "vlan 1 member 1/1 1/3: added: membership \"tagged\"\n"
-              "vlan 2: removed: name \"vlan-2\"\n"
-              "vlan 3: added: name \"vlan-3\"\n"
-              "vlan 4: added: name \"vlan-4\"\n"
-              "vlan 9 inner-tag: removed: enabled false, vid 0\n",
-              text);
-}
-
-TEST(KeysTest, AreDecimal)
-{
-    EXPECT_EQ(10U, ParseVlan("10"));
-    EXPECT_TRUE(ParseVlans("4095,10-12")[11]);
-    for (const char* pText : {"010", "0x10", "", "-1", "+1", "4096", "1 ", "0"}) {
-        EXPECT_THROW(ParseVlan(pText), Failure) << pText;
-        EXPECT_THROW(ParseVlans(pText), Failure) << pText;
-    }
-    for (const char* pText : {"1/6", "4/1", "01/1", "1/1/9", "1"}) {
-        EXPECT_THROW(ParsePort(pText), Failure) << pText;
-    }
-}
+using Record = SwctQueueStatisticsHistorical;
 
 TEST(GridTest, FitsTheTerminal)
 {
@@ -131,6 +27,104 @@ TEST(GridTest, FitsTheTerminal)
     EXPECT_EQ("VLAN  Name                        Tagged\n   7  a name that is long enough  1/1-5 2/1-5 3/1-5\n",
               grid.TableText(0));
     EXPECT_EQ("VLAN  Name           Tagged\n   7  a name...      1/1-5...\n", grid.TableText(34));
+}
+
+TEST(ChartTest, DrawsGapsMarksAndWhatIsLeftOut)
+{
+    const std::vector<ChartBar> bars = {{4000, false}, {std::nullopt, false}, {2000, true}, {1, false}, {0, false}};
+    EXPECT_EQ(Chart(bars, 0), "       4k █\n"
+                              "          █\n"
+                              "          █ ▄\n"
+                              "          █ █\n"
+                              "        0 █ █▁\n"
+                              "  suspect   ^\n"
+                              "  missing  x\n");
+    EXPECT_EQ(Chart(bars, 13), "       4k █\n"
+                               "          █\n"
+                               "          █\n"
+                               "          █\n"
+                               "        0 █\n"
+                               "          4 more at the right do not fit\n");
+    EXPECT_EQ(Chart({{0, false}}, 80), "        0\n\n\n\n        0\n");
+}
+
+class HistoryTest : public OwnRegion {
+protected:
+    static void Write(uint8_t index, uint64_t count, bool isCurrent, bool isSuspect = false)
+    {
+        Record record{};
+        record.aqwCounter[2] = {static_cast<uint32_t>(count), static_cast<uint32_t>(count >> 32U)};
+        record.adwStamp[1] = index + 1U;
+        record.boIsCurrentPeriod = isCurrent ? 1 : 0;
+        record.boSuspect = isSuspect ? 1 : 0;
+        Swct_WriteQueueStatisticsHistorical15m(1, 2, 3, index, &record);
+    }
+};
+
+TEST_F(HistoryTest, KeepsGapsAndSumsWhatIsThere)
+{
+    const Queue queue{{1, 2}, 3};
+    EXPECT_EQ(ReadHistory(kRing15m, queue, 96).periods.size(), 1U); // a new ring: the current period alone
+    Write(0, UINT64_MAX - 1, false, true);                          // wraps behind the end of the ring
+    Write(96, 9, false);
+    Write(94, 7, false);
+    Write(1, 1, true);
+    const QueueHistory history = ReadHistory(kRing15m, queue, 96);
+    std::string text;
+    for (const Period& period : history.periods) {
+        text += std::to_string(period.number) +
+                (period.isMissing  ? "-"
+                 : period.IsPast() ? "p"
+                                   : "c") +
+                std::to_string(CounterOf(period.record, 2)) + ' ';
+    }
+    EXPECT_EQ(text, "0c1 1p18446744073709551614 2p9 3-0 4p7 ");
+    EXPECT_TRUE(history.HasCounted(2));
+    EXPECT_FALSE(history.HasCounted(1));
+    const PeriodSum sum = SumOf(history.periods);
+    EXPECT_EQ(sum.periods, 3U);
+    EXPECT_EQ(sum.suspects, 1U);
+    EXPECT_EQ(sum.counters[2], 14U);
+    EXPECT_TRUE(sum.hasWrapped[2]);
+    const PeriodSum oldest = SumOf({history.periods[0], history.periods[2], history.periods[4]});
+    EXPECT_EQ(oldest.counters[2], 16U);
+    EXPECT_FALSE(oldest.hasWrapped[2]);
+    EXPECT_EQ(ReadHistory(kRing15m, queue, 3).periods.size(), 3U); // nothing there behind the second
+    EXPECT_EQ(ReadHistory(kRing15m, queue, 4).periods.size(), 5U);
+    Swct_ClearQueueStatisticsHistorical15m(1, 2, 3);
+    EXPECT_TRUE(ReadHistory(kRing15m, queue, 96).periods.empty());
+}
+
+TEST(NamesTest, StampsMakeTimes)
+{
+    using Words = StampMeaning::Words;
+    SiteNames names;
+    EXPECT_FALSE(names.TimeOf(1, 2).has_value());
+    const std::pair<StampMeaning, uint64_t> cases[] = {
+        {{Words::kFirst, false, false}, 5000},
+        {{Words::kSecond, false, false}, 1},
+        {{Words::kLowHigh, true, false}, ((uint64_t{1} << 32U) + 5000) / 1000},
+        {{Words::kHighLow, false, true}, (uint64_t{5000} << 32U) + 1}};
+    for (const auto& [meaning, time] : cases) {
+        names.stamp = meaning;
+        EXPECT_EQ(names.TimeOf(5000, 1), time);
+    }
+}
+
+TEST(ChangesTest, ValuesAreCutOutOfPiecesOfAnyLength)
+{
+    const std::string text = "\n{\"a\": \"}\\\"{\"}\n\n [[1],\n2] rubbish {\n{\"b\":1}{\"open\": \"";
+    for (std::size_t length = 1; length <= text.size(); ++length) {
+        ValueCutter cutter;
+        std::string found;
+        for (std::size_t at = 0; at <= text.size(); at += length) {
+            cutter.Add(text.substr(at, length));
+            while (const auto value = cutter.Next(at + length > text.size())) {
+                found += std::to_string(value->line) + value->text + '|';
+            }
+        }
+        EXPECT_EQ("2{\"a\": \"}\\\"{\"}|4[[1],\n2]|5rubbish {|6{\"b\":1}|6{\"open\": \"|", found) << length;
+    }
 }
 
 TEST(DocumentsTest, AreWhatTheCommandPrints)

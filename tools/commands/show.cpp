@@ -56,7 +56,9 @@ Filter ParseFilter(const FilterWords& words, unsigned takes)
 {
     Filter filter;
     filter.isEach = words.isEach;
-    if (words.vlans) {
+    if ((takes & kVlanId) != 0) {
+        filter.vlans.emplace().set(ParseVlan(*words.vlans));
+    } else if (words.vlans) {
         filter.vlans = ParseVlans(*words.vlans);
     }
     if (words.svids) {
@@ -64,9 +66,6 @@ Filter ParseFilter(const FilterWords& words, unsigned takes)
     }
     if (words.port) {
         filter.port = ParsePort(*words.port);
-    }
-    if ((takes & kVlanId) != 0 && filter.vlans->count() != 1) {
-        throw Failure(kBadInput, "'" + *words.vlans + "' is more than one VLAN: see 'piovios show vlans --vlan'");
     }
     return filter;
 }

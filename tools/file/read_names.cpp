@@ -1,6 +1,7 @@
 #include "file/read_names.h"
 
 #include "file/document.h"
+#include "file/locate.h"
 #include "file/parse.h"
 #include "file/text_file.h"
 #include "objects/failure.h"
@@ -139,13 +140,14 @@ SiteNames ReadNames(const std::string& file)
 {
     Faults faults(Strictness::kStrict);
     ordered_json document;
-    const bool isRead = ReadDocument(ReadTextFile(file), faults, document);
+    const std::string text = ReadTextFile(file);
+    const bool isRead = ReadDocument(text, faults, document);
     ParseResult result;
     faults.MoveTo(result);
     if (!isRead || !result.faults.empty()) { // a member that is there twice, too
         const ConfigFault& fault = result.faults.front();
-        throw Failure(kBadInput,
-                      fmt::format("{}: line {}, {}: {}", FileName(file), fault.line, fault.path, fault.rule));
+        const std::size_t line = fault.line != 0 ? fault.line : LineOf(text, fault.path);
+        throw Failure(kBadInput, fmt::format("{}: line {}, {}: {}", FileName(file), line, fault.path, fault.rule));
     }
     return Reader(file).Read(document);
 }
